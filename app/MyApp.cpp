@@ -1,0 +1,118 @@
+#include "app/MyApp.h"
+#include "app/ControlScaler.h"
+#include "app/Globals.h"
+#include "app/SettingsStore.h"
+#include "app/Title.h"
+#include "platform/ErrorTrap.h"
+#include "platform/HelpViewer.h"
+#include "platform/InstanceGuard.h"
+#include "platform/RuntimeLog.h"
+#include "tools/InfoDlg.h"
+#include "tools/Printing.h"
+#include "workspace/Workspace.h"
+
+#include <QApplication>
+#include <QCoreApplication>
+#include <QPointer>
+#include <QScreen>
+#include <QWindow>
+
+QString MyApp::commandLine(int argc, char **argv)
+{
+    QStringList words;
+    for (int i = 1; i < argc; ++i)
+        words.append(QString::fromLocal8Bit(argv[i]));
+    return words.join(u' ');
+}
+
+MyApp::Job MyApp::jobFor(const QString &commandLine)
+{
+    if (commandLine == u"/?")
+        return Job::Help;
+    if (commandLine == u"/C" || commandLine == u"/CLR")
+        return Job::ClearSettings;
+    return Job::Start;
+}
+
+void MyApp::readWindowsFolder()
+{
+    Globals::WinDir = qEnvironmentVariable("WINDIR");
+    // A fixed string of two characters: a left-aligned copy, padded with blanks.
+    Globals::WinDrive = Globals::WinDir.left(2).leftJustified(2, u' ');
+}
+
+int MyApp::Main(int argc, char **argv)
+{
+    readWindowsFolder();
+    const Job job = jobFor(commandLine(argc, argv));
+
+    // The two jobs that end at once need no window, and so no display.
+    if (job != Job::Start) {
+        QCoreApplication core(argc, argv);
+        if (job == Job::Help)
+            ErrorTrap::run("Main: help", [] { HelpViewer::show(QCoreApplication::applicationDirPath()); });
+        else
+            ErrorTrap::run("Main: clear settings", [] { SettingsStore::Reset(); });
+        return 0;
+    }
+
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QString::fromLatin1(SettingsStore::ApplicationName));
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+
+    ErrorTrap::run("Main: load settings", [] { SettingsStore::Load(); });
+    RuntimeLog::start();
+
+    QPointer<Workspace> workspace;
+    if (InstanceGuard::claim()) {
+        Title *title = nullptr;
+        ErrorTrap::run("Main: splash", [&] {
+            title = new Title;
+            ControlScaler::scale(title, 0);
+            title->raise();
+            title->show();
+            title->repaint();
+            QCoreApplication::processEvents();
+        });
+        ErrorTrap::run("Main: load workspace", [&] { workspace = new Workspace; });
+        ErrorTrap::run("Main: splash above workspace", [&] {
+            if (title && workspace) {
+                workspace->winId();
+                if (title->windowHandle() && workspace->windowHandle())
+                    title->windowHandle()->setTransientParent(workspace->windowHandle());
+                title->show();
+            }
+        });
+        ErrorTrap::run("Main: load tool dialog", [&] {
+            workspace->setInfoDlg(new InfoDlg(workspace));
+            workspace->setPrinting(new Printing);
+        });
+        ErrorTrap::run("Main: show workspace", [&] {
+            // Without a window manager "full screen" means nothing, so the
+            // window also takes the screen's whole area itself.
+            workspace->setGeometry(workspace->screen()->geometry());
+            workspace->showFullScreen();
+            workspace->repaint();
+            workspace->activateWindow();
+            workspace->setFocus();
+        });
+        ErrorTrap::run("Main: reload", [&] { workspace->Reload(); });
+        ErrorTrap::run("Main: apply settings", [&] { workspace->ApplySetting(); });
+        ErrorTrap::run("Main: remove splash", [&] {
+            if (title) {
+                title->hide();
+                delete title;
+            }
+        });
+    }
+    QApplication::restoreOverrideCursor();
+
+    if (!workspace)
+        return 0;
+    ErrorTrap::run("Main: start", [&] { workspace->Start(); });
+    // The program ends with its last window.
+    QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    const int status = QApplication::exec();
+    delete workspace;
+    return status;
+}

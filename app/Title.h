@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+// The splash window shown while the workspace loads: a lantern glowing on a
+// warm evening sky, with the program's name.
+class Title : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Title(QWidget *parent = nullptr);
+    ~Title() override;
+
+    // The splash picture; drawn by the program itself.
+    static QPixmap artwork(const QSize &size);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPixmap m_picture;
+};

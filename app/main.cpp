@@ -1,0 +1,6 @@
+#include "app/MyApp.h"
+
+int main(int argc, char **argv)
+{
+    return MyApp::Main(argc, argv);
+}

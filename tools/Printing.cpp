@@ -1,0 +1,6 @@
+#include "tools/Printing.h"
+
+Printing::Printing(QObject *parent)
+    : QObject(parent)
+{
+}

@@ -1,0 +1,73 @@
+#include "workspace/Workspace.h"
+#include "app/SettingsStore.h"
+#include "platform/ErrorTrap.h"
+#include "tools/InfoDlg.h"
+#include "tools/Printing.h"
+
+#include <QCloseEvent>
+#include <QLinearGradient>
+#include <QPainter>
+
+Workspace::Workspace(QWidget *parent)
+    : QWidget(parent)
+{
+    setWindowTitle(QString::fromLatin1(SettingsStore::ApplicationName));
+    setObjectName(QStringLiteral("Workspace"));
+}
+
+Workspace::~Workspace()
+{
+    Unload();
+}
+
+void Workspace::setInfoDlg(InfoDlg *dialog)
+{
+    m_infoDlg = dialog;
+}
+
+void Workspace::setPrinting(Printing *printing)
+{
+    m_printing = printing;
+    if (m_printing)
+        m_printing->setParent(this);
+}
+
+void Workspace::Reload()
+{
+    if (m_infoDlg)
+        m_infoDlg->Reload();
+}
+
+void Workspace::ApplySetting()
+{
+}
+
+void Workspace::Start()
+{
+}
+
+void Workspace::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    QLinearGradient sky(0, 0, 0, height());
+    sky.setColorAt(0.0, QColor(0xfd, 0xf6, 0xe3));
+    sky.setColorAt(1.0, QColor(0xf3, 0xdf, 0xb8));
+    painter.fillRect(rect(), sky);
+}
+
+void Workspace::closeEvent(QCloseEvent *event)
+{
+    Unload();
+    event->accept();
+}
+
+void Workspace::Unload()
+{
+    if (m_unloaded)
+        return;
+    m_unloaded = true;
+    if (m_infoDlg)
+        m_infoDlg->close();
+    ErrorTrap::run("Workspace::Unload", [] { SettingsStore::Save(); });
+    emit unloaded();
+}
