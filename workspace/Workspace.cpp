@@ -1,4 +1,6 @@
 #include "workspace/Workspace.h"
+#include "app/Globals.h"
+#include "app/PowerOff.h"
 #include "app/SettingsStore.h"
 #include "platform/ErrorTrap.h"
 #include "tools/InfoDlg.h"
@@ -68,6 +70,7 @@ void Workspace::Unload()
     m_unloaded = true;
     if (m_infoDlg)
         m_infoDlg->close();
-    ErrorTrap::run("Workspace::Unload", [] { SettingsStore::Save(); });
+    ErrorTrap::run("Workspace::Unload: save settings", [] { SettingsStore::Save(); });
+    ErrorTrap::run("Workspace::Unload: power", [] { PowerOff::QuitRoutine(Globals::ShutdownOnQuit); });
     emit unloaded();
 }
