@@ -38,3 +38,15 @@ if(SYSTEM_PYTHON AND NOT fontforge_missing)
 else()
   message(WARNING "python3-fontforge is missing: the private-character font is not built")
 endif()
+
+# Pictures, sounds and the tune of the skin, drawn and composed by a program.
+add_executable(make_skin programs/make_skin.cpp)
+target_link_libraries(make_skin PRIVATE Qt6::Gui)
+set_target_properties(make_skin PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/programs)
+add_custom_command(
+  OUTPUT ${LANTERN_PROGRAM_DIR}/SKIN/WELCOME.BMP
+  COMMAND make_skin ${LANTERN_PROGRAM_DIR}/SKIN
+  DEPENDS make_skin
+  COMMENT "Drawing the skin")
+add_custom_target(skin ALL DEPENDS ${LANTERN_PROGRAM_DIR}/SKIN/WELCOME.BMP)
+add_dependencies(lantern skin)
