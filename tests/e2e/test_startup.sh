@@ -14,12 +14,14 @@ start_and_close() {
   "$program" "$@" 2>>"$LANTERN_TEST_ROOT/stderr.log" &
   local pid=$!
   if ! wait_for_window "$title" 20 >/dev/null; then
+    echo "  no window within 20 s; running: $(kill -0 "$pid" 2>/dev/null && echo yes || echo no)"
+    tail -n 5 "$LANTERN_TEST_ROOT/stderr.log" | sed 's/^/  | /'
     kill -9 "$pid" 2>/dev/null
     return 1
   fi
   kill -TERM "$pid"
-  wait_for_exit "$pid" 10 || { kill -9 "$pid"; return 1; }
-  wait "$pid"
+  wait_for_exit "$pid" 10 || { echo "  still running 10 s after SIGTERM"; kill -9 "$pid"; return 1; }
+  wait "$pid" || { echo "  ended with status $?"; return 1; }
 }
 
 # /C and /CLR delete the tree and end without a window: with no display at
