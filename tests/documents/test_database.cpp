@@ -448,19 +448,6 @@ private slots:
         QVERIFY(listed.isEmpty());
         QVERIFY(!QFile::exists(name));
     }
-
-    void databaseSettingsSurviveALoadAndASave()
-    {
-        DatabaseSettings settings;
-        settings.Previous = true;
-        settings.Recent = "最近, \"recent\"";
-        settings.MoreThan = -12;
-        Database::SaveDatabaseSettings(settings);
-        const DatabaseSettings loaded = Database::LoadDatabaseSettings();
-        QCOMPARE(loaded.Previous, true);
-        QCOMPARE(loaded.Recent, settings.Recent);
-        QCOMPARE(loaded.MoreThan, -12);
-    }
 };
 
 QTEST_GUILESS_MAIN(TestDatabase)
