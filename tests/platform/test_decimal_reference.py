@@ -8,10 +8,10 @@ rounded by accident. It follows the OLE DECIMAL rules:
 - a sum, difference or product keeps its natural scale (the larger scale, or
   the sum of the scales) when the exact result fits there; otherwise it is
   rounded, halves to even, at the largest smaller scale where it fits;
-- a quotient that comes out even at its natural scale (dividend scale minus
-  divisor scale, at least 0) stays there; any other quotient is rounded,
-  halves to even, at the largest scale up to 28 where it fits, and then
-  loses its trailing zeros;
+- a quotient is worked out by long division from its natural scale (dividend
+  scale minus divisor scale), taking up to nine more places at a time while
+  its upper 64 bits show that they surely fit, up to scale 28, and then
+  rounded half to even (see divide below);
 - whatever fits at no scale is an overflow (error 6); dividing by zero is
   error 11, a text that is not a number error 13.
 
@@ -27,6 +27,7 @@ import os
 import random
 import subprocess
 import sys
+from collections import Counter
 from decimal import Decimal as PyDecimal, ROUND_HALF_EVEN, ROUND_HALF_UP, localcontext
 
 MAX = 2**96 - 1
@@ -81,24 +82,55 @@ def multiply(a, b):
     return fit(signed(a) * signed(b), 10**scale, min(scale, MAX_SCALE))
 
 
+def quotient_step(quotient, scale):
+    """How many places (at most nine) a quotient may take next: while its upper
+    64 bits stay below 2**64 / 10**step the new digits surely fit in 96 bits."""
+    step = 0
+    if scale < MAX_SCALE:
+        for candidate in range(min(9, MAX_SCALE - scale), 0, -1):
+            if quotient >> 32 < 2**64 // 10**candidate:
+                step = candidate
+                break
+    if step < 9 and step + scale < 0:
+        return -1
+    return step
+
+
 def divide(a, b):
+    """The platform's long division: start at the natural scale (dividend scale
+    minus divisor scale); while the remainder is not zero, take up to nine more
+    places at a time as quotient_step allows, then round half to even; an even
+    quotient at a negative scale goes on to scale 0."""
     if b[1] == 0:
         raise DivisionByZero()
-    # a / b = (ma * 10**sb) / (mb * 10**sa)
-    numerator = signed(a) * 10 ** b[2]
-    denominator = signed(b) * 10 ** a[2]
-    natural = max(a[2] - b[2], 0)
-    scaled = numerator * 10**natural
-    if scaled % denominator == 0:
-        mantissa = abs(scaled // denominator)
-        if mantissa > MAX:
+    divisor = b[1]
+    scale = a[2] - b[2]
+    quotient, remainder = divmod(a[1], divisor)
+    while True:
+        if remainder == 0:
+            if scale >= 0:
+                break
+            step = min(9, -scale)
+        else:
+            step = quotient_step(quotient, scale)
+            if step == 0:
+                if 2 * remainder > divisor or (2 * remainder == divisor and quotient % 2 == 1):
+                    quotient += 1
+                break
+            if step < 0:
+                raise Overflow()
+        scale += step
+        quotient *= 10**step
+        if quotient > MAX:
             raise Overflow()
-        return ((numerator < 0) != (denominator < 0) and mantissa != 0, mantissa, natural)
-    negative, mantissa, scale = fit(numerator, denominator, MAX_SCALE)
-    while scale > 0 and mantissa % 10 == 0:
-        mantissa //= 10
-        scale -= 1
-    return (negative, mantissa, scale)
+        remainder *= 10**step
+        quotient += remainder // divisor
+        remainder %= divisor
+    # Whatever the steps, the result is the exact quotient rounded half to even
+    # at the scale they reached, with 28 or 29 significant digits unless even.
+    exact_numerator, exact_denominator = a[1] * 10 ** (b[2] + scale), divisor * 10 ** a[2]
+    assert quotient == divide_half_even(exact_numerator, exact_denominator)
+    return ((a[0] != b[0]) and quotient != 0, quotient, scale)
 
 
 def parse(text):
@@ -119,6 +151,12 @@ def plain_text(value):
     if scale:
         digits = digits[:-scale] + "." + digits[-scale:]
     return ("-" if negative and mantissa else "") + digits
+
+
+def plain_text_signed(value):
+    """Like plain_text, but keeps the sign of a negative zero as the probe reads it."""
+    text = plain_text(value)
+    return "-" + text if value[0] and value[1] == 0 else text
 
 
 def display_text(value):
@@ -183,6 +221,17 @@ def random_pair(rng, operation):
         product = b[1] * rng.randrange(1, 10**6)
         if product <= MAX:
             a = (a[0], product, a[2])
+    if operation == "div" and rng.random() < 0.2:
+        # A quotient whose upper bits sit near 2**64 / 10**k, where the number
+        # of places taken changes.
+        k = rng.randrange(1, 10)
+        target = (2**64 // 10**k << 32) + rng.randrange(-2**34, 2**34)
+        divisor = rng.randrange(1, 2**rng.randrange(1, 40))
+        dividend = target * divisor + rng.randrange(divisor)
+        if 0 < target and dividend <= MAX:
+            scale = rng.randrange(MAX_SCALE + 1)
+            a = (a[0], dividend, scale)
+            b = (b[0], divisor, scale)
     if operation == "div" and rng.random() < 0.05:
         b = (b[0], 0, b[2])
     return a, b
@@ -263,19 +312,10 @@ def main():
     for line, expected, answer in failures[:25]:
         shown = expected if isinstance(expected, str) else plain_text(expected)
         print(f"{line}\n  expected {shown}\n  got      {answer}")
-    counts = {}
-    for line, expected in cases:
-        kind = "error" if isinstance(expected, str) and expected.startswith("error") else "value"
-        counts[(line.split()[0], kind)] = counts.get((line.split()[0], kind), 0) + 1
-    print(f"seed {seed}: {len(cases)} cases, {len(failures)} differ; "
-          + ", ".join(f"{op} {kind} {n}" for (op, kind), n in sorted(counts.items())))
+    errors = Counter(line.split()[0] for line, expected in cases if str(expected).startswith("error"))
+    print(f"seed {seed}: {len(cases)} cases ({', '.join(f'{n} {op} errors' for op, n in sorted(errors.items()))}), "
+          f"{len(failures)} differ")
     return 1 if failures else 0
-
-
-def plain_text_signed(value):
-    """Like plain_text, but keeps the sign of a negative zero as the probe reads it."""
-    text = plain_text(value)
-    return "-" + text if value[0] and value[1] == 0 else text
 
 
 if __name__ == "__main__":
