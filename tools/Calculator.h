@@ -15,7 +15,9 @@
 // Evaluation runs strictly left to right, as on a pocket calculator: no
 // precedence, no parentheses, no memory. The running result keeps full
 // precision; the display shows it in the format "#,0.##", whose "." is always
-// there because number entry looks for it to find the whole part.
+// there because number entry looks for it to find the whole part. The second
+// fraction digit is rounded half away from zero, as the runtime's Format
+// function does (Decimal::toDisplayText).
 class Calculator : public QObject
 {
     Q_OBJECT

@@ -2,7 +2,6 @@
 #include "platform/vb/VbError.h"
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace {
