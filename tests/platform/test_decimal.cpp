@@ -51,9 +51,7 @@ void TestDecimal::arithmetic_data()
     QTest::newRow("trailing zeros kept") << "1.50" << "-" << "0.5" << "1.00";
     QTest::newRow("sign changes") << "2" << "-" << "5.5" << "-3.5";
     QTest::newRow("cancels to plain zero") << "-5" << "+" << "5" << "0";
-    QTest::newRow("largest plus nothing") << Max << "+" << "0" << Max;
     QTest::newRow("overflow on sum") << Max << "+" << "1" << "error 6";
-    QTest::newRow("overflow on difference") << "-" + Max << "-" << "1" << "error 6";
     // Too many digits: rounded at the scale that fits, halves to even.
     QTest::newRow("rounds off a small fraction") << Max << "+" << "0.4" << Max;
     QTest::newRow("half rounds to even, up past the limit") << Max << "+" << "0.5" << "error 6";
@@ -82,7 +80,6 @@ void TestDecimal::arithmetic_data()
     QTest::newRow("one third") << "1" << "/" << "3" << "0.3333333333333333333333333333";
     QTest::newRow("two thirds rounds up") << "2" << "/" << "3" << "0.6666666666666666666666666667";
     QTest::newRow("ten thirds has 29 digits") << "10" << "/" << "3" << "3.3333333333333333333333333333";
-    QTest::newRow("one seventh") << "1" << "/" << "7" << "0.1428571428571428571428571429";
     QTest::newRow("quarter, places nine at a time") << "1" << "/" << "4" << "0.250000000";
     QTest::newRow("eighth from a tenth") << "1.0" << "/" << "8" << "0.1250000000";
     QTest::newRow("even quotient keeps scale") << "1.00" << "/" << "2" << "0.50";
@@ -96,7 +93,6 @@ void TestDecimal::arithmetic_data()
                                                      << "7922816251426433756777414655.7";
     QTest::newRow("overflow on quotient") << Max << "/" << "0.1" << "error 6";
     QTest::newRow("division by zero") << "5" << "/" << "0" << "error 11";
-    QTest::newRow("zero by zero") << "0" << "/" << "0.00" << "error 11";
 }
 
 void TestDecimal::arithmetic()
@@ -124,9 +120,7 @@ void TestDecimal::fromText_data()
     QTest::newRow("display text") << "1,234,567.50" << "1234567.50";
     QTest::newRow("trailing point") << "1,234." << "1234";
     QTest::newRow("negative whole") << "-5." << "-5";
-    QTest::newRow("blanks and plus") << "  +12.5 " << "12.5";
     QTest::newRow("no whole digits") << ".25" << "0.25";
-    QTest::newRow("just a zero") << "0." << "0";
     QTest::newRow("the largest") << "79,228,162,514,264,337,593,543,950,335." << Max;
     QTest::newRow("long fraction rounds at 28") << "0.12345678901234567890123456785" << "0.1234567890123456789012345678";
     QTest::newRow("long fraction past half") << "0.123456789012345678901234567850001" << "0.1234567890123456789012345679";
@@ -139,10 +133,8 @@ void TestDecimal::fromText_data()
     QTest::newRow("two minus signs") << "--5." << "error 13";
     QTest::newRow("empty") << "" << "error 13";
     QTest::newRow("point alone") << "." << "error 13";
-    QTest::newRow("minus alone") << "-" << "error 13";
     QTest::newRow("two points") << "1.2.3" << "error 13";
     QTest::newRow("group separator in fraction") << "1.2,3" << "error 13";
-    QTest::newRow("letters") << "12a" << "error 13";
     QTest::newRow("malformed beats too long") << "999999999999999999999999999999x" << "error 13";
 }
 
@@ -159,7 +151,6 @@ void TestDecimal::displayText_data()
     QTest::addColumn<QString>("expected");
 
     QTest::newRow("zero") << "0" << "0.";
-    QTest::newRow("zero with decimals") << "0.000" << "0.";
     QTest::newRow("whole number") << "1234" << "1,234.";
     QTest::newRow("one decimal") << "1234.5" << "1,234.5";
     QTest::newRow("trailing zero dropped") << "1.10" << "1.1";
@@ -167,11 +158,8 @@ void TestDecimal::displayText_data()
     QTest::newRow("negative") << "-5" << "-5.";
     QTest::newRow("half away from zero") << "0.125" << "0.13";
     QTest::newRow("negative half away from zero") << "-0.125" << "-0.13";
-    QTest::newRow("below half") << "0.1249999" << "0.12";
     QTest::newRow("carry into whole part") << "999.995" << "1,000.";
     QTest::newRow("negative that rounds to nothing keeps its sign") << "-0.004" << "-0.";
-    QTest::newRow("three digits, no separator") << "100" << "100.";
-    QTest::newRow("millions") << "1000000" << "1,000,000.";
     QTest::newRow("the largest") << Max << "79,228,162,514,264,337,593,543,950,335.";
 }
 
@@ -188,10 +176,8 @@ void TestDecimal::currency_data()
     QTest::addColumn<QString>("expected");
 
     QTest::newRow("whole") << "12" << "12.0000";
-    QTest::newRow("four decimals") << "1.2345" << "1.2345";
     QTest::newRow("half to even, down") << "1.23445" << "1.2344";
     QTest::newRow("half to even, up") << "1.23455" << "1.2346";
-    QTest::newRow("beyond half") << "1.234451" << "1.2345";
     QTest::newRow("negative") << "-0.00015" << "-0.0002";
     QTest::newRow("largest") << "922337203685477.5807" << "922337203685477.5807";
     QTest::newRow("smallest") << "-922337203685477.5808" << "-922337203685477.5808";

