@@ -3,6 +3,9 @@
 #include "platform/touch/TouchTheme.h"
 
 #include <QFocusEvent>
+#include <QInputMethodEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 namespace {
 
@@ -80,18 +83,20 @@ void TouchEdit::setTip(const QString &tip)
 
 QString TouchEdit::prompt() const
 {
-    return placeholderText();
+    return m_prompt;
 }
 
 void TouchEdit::setPrompt(const QString &prompt)
 {
-    setPlaceholderText(prompt);
+    m_prompt = prompt;
     updateAccessibleName();
+    updateGeometry();
+    update();
 }
 
 void TouchEdit::updateAccessibleName()
 {
-    setAccessibleName(m_caption.isEmpty() ? placeholderText() : m_caption);
+    setAccessibleName(m_caption.isEmpty() ? m_prompt : m_caption);
 }
 
 int TouchEdit::imeMode() const
@@ -125,7 +130,7 @@ void TouchEdit::setIndex(int index)
 QSize TouchEdit::sizeHint() const
 {
     const QSize base = QLineEdit::sizeHint();
-    const int promptWidth = QFontMetrics(font()).horizontalAdvance(placeholderText()) + pixelSizeOf(font()) * 2;
+    const int promptWidth = QFontMetrics(font()).horizontalAdvance(m_prompt) + pixelSizeOf(font()) * 2;
     return QSize(qMax(base.width(), promptWidth), qMax(base.height(), minimumSizeHint().height()));
 }
 
@@ -151,4 +156,29 @@ void TouchEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
     emit focusEntered();
+}
+
+void TouchEdit::inputMethodEvent(QInputMethodEvent *event)
+{
+    // While the input method composes, the field is not empty to the eye.
+    m_composing = !event->preeditString().isEmpty();
+    QLineEdit::inputMethodEvent(event);
+    update();
+}
+
+void TouchEdit::paintEvent(QPaintEvent *event)
+{
+    QLineEdit::paintEvent(event);
+    if (m_prompt.isEmpty() || !text().isEmpty() || m_composing)
+        return;
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    QRect box = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    const QMargins margins = textMargins();
+    box = box.adjusted(margins.left() + 2, margins.top(), -margins.right() - 2, -margins.bottom());
+    const int flags = Qt::AlignLeft | Qt::AlignVCenter;
+    QPainter painter(this);
+    painter.setFont(TouchTheme::fittedFont(font(), m_prompt, box, flags));
+    painter.setPen(TouchTheme::promptInk());
+    painter.drawText(box, flags, m_prompt);
 }

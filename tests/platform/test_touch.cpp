@@ -340,7 +340,7 @@ void TestTouch::editShowsItsPromptWhileEmpty()
     prompted.resize(480, prompted.sizeHint().height());
     TouchEdit bare;
     bare.resize(prompted.size());
-    QCOMPARE(prompted.placeholderText(), QStringLiteral("タイトルを入力してください"));
+    QCOMPARE(prompted.prompt(), QStringLiteral("タイトルを入力してください"));
 
     // The prompt is drawn in its own soft colour and leaves with the first letter.
     auto promptPixels = [](const QImage &image) {
@@ -362,8 +362,20 @@ void TestTouch::editShowsItsPromptWhileEmpty()
 
     // The prompt fits in the field the size hint asks for.
     prompted.clear();
-    QVERIFY(prompted.sizeHint().width()
-            > QFontMetrics(prompted.font()).horizontalAdvance(prompted.placeholderText()));
+    QVERIFY(prompted.sizeHint().width() > QFontMetrics(prompted.font()).horizontalAdvance(prompted.prompt()));
+    // While the input method composes the first word, the prompt steps aside.
+    QInputMethodEvent composing(QStringLiteral("にほん"), {});
+    QCoreApplication::sendEvent(&prompted, &composing);
+    QVERIFY(promptPixels(prompted.grab().toImage()) < 10);
+    QInputMethodEvent cancelled(QString(), {});
+    QCoreApplication::sendEvent(&prompted, &cancelled);
+    QVERIFY(promptPixels(prompted.grab().toImage()) > 40);
+
+    // A field too narrow for its prompt still shows it, in smaller type.
+    TouchEdit narrow;
+    narrow.setPrompt(QStringLiteral("タイトルを入力してください"));
+    narrow.resize(200, narrow.sizeHint().height());
+    QVERIFY(promptPixels(narrow.grab().toImage()) > 20);
 }
 
 void TestTouch::editKeepsTheImeModeTheAppletAsksFor()

@@ -6,13 +6,17 @@
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchPanel.h"
 #include "platform/touch/TouchTheme.h"
+#include "tools/FlatScrollBar.h"
 
 #include <QDir>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -64,7 +68,7 @@ private slots:
 void TestTouchGallery::rendersAFriendlyWorkspace()
 {
     Backdrop window;
-    window.resize(1100, 720);
+    window.resize(1480, 720);
 
     auto *outer = new QVBoxLayout(&window);
     outer->setContentsMargins(24, 20, 24, 20);
@@ -144,6 +148,31 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
     sideLayout->addStretch();
     lower->addWidget(side, 2);
 
+    // A document list with flat scroll bars: the rows scroll, the columns all
+    // fit, so that bar stays in sight greyed out.
+    auto *recent = new TouchPanel(QStringLiteral("最近使ったドキュメント"));
+    recent->setDraggable(true);
+    auto *recentLayout = new QVBoxLayout(recent);
+    auto *list = new QTableWidget(12, 1);
+    list->horizontalHeader()->hide();
+    list->verticalHeader()->hide();
+    list->setShowGrid(false);
+    list->setFont(TouchTheme::captionFont(20));
+    list->setFrameShape(QFrame::NoFrame);
+    list->setStyleSheet(QStringLiteral("QTableWidget { background: #FFFFFF; border-radius: 8px; color: %1; selection-color: %1;"
+                                       " selection-background-color: %2; }")
+                            .arg(TouchTheme::ink().name(), TouchTheme::hoverBottom().name()));
+    for (int row = 0; row < list->rowCount(); ++row)
+        list->setItem(row, 0, new QTableWidgetItem(QStringLiteral("2026年11月%1日の日記").arg(row + 1)));
+    list->horizontalHeader()->setStretchLastSection(true);
+    list->verticalHeader()->setDefaultSectionSize(40);
+    list->selectRow(1);
+    recentLayout->addWidget(list);
+    lower->addWidget(recent, 2);
+    FlatScrollBar flatBars;
+    flatBars.SetWindow(list);
+    QVERIFY(flatBars.Initialize());
+
     outer->addLayout(lower, 1);
 
     window.show();
@@ -154,6 +183,13 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
         QVERIFY2(button->height() >= button->heightForWidth(button->width()) - 1, qPrintable(button->caption()));
         QVERIFY2(button->width() >= button->minimumSizeHint().width(), qPrintable(button->caption()));
     }
+
+    flatBars.Refresh();
+    flatBars.HScrollRange(0, 99);
+    flatBars.SetHScrollPage(100);
+    QCoreApplication::processEvents();
+    QVERIFY(list->horizontalScrollBar()->isVisible());
+    QVERIFY(!list->horizontalScrollBar()->isEnabled());
 
     const QImage shot = window.grab().toImage();
     const QString target = qEnvironmentVariableIsSet("LANTERN_GALLERY")
