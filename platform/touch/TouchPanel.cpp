@@ -47,7 +47,7 @@ void TouchPanel::setCaption(const QString &caption)
     setWindowTitle(caption);
     setAccessibleName(caption);
     updateMargins();
-    update();
+    invalidateFrame();
 }
 
 QString TouchPanel::tip() const
@@ -75,6 +75,7 @@ void TouchPanel::setDraggable(bool draggable)
         setCursor(Qt::OpenHandCursor);
     else
         unsetCursor();
+    invalidateFrame();
 }
 
 bool TouchPanel::isFrameActive() const
@@ -85,7 +86,7 @@ bool TouchPanel::isFrameActive() const
 void TouchPanel::setFrameActive(bool active)
 {
     m_frameActive = active;
-    update();
+    invalidateFrame();
 }
 
 bool TouchPanel::isSoundPlaying() const
@@ -172,8 +173,10 @@ void TouchPanel::updateMargins()
 void TouchPanel::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
         updateMargins();
+        invalidateFrame();
+    }
 }
 
 QSize TouchPanel::sizeHint() const
@@ -251,7 +254,30 @@ void TouchPanel::leaveEvent(QEvent *event)
 
 void TouchPanel::paintEvent(QPaintEvent *)
 {
+    // The frame only changes with the size, title or state; a panel dragged
+    // across the screen repaints often, so it is drawn once and kept.
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    if (m_frameDirty || m_frame.size() != pixels) {
+        m_frame = QPixmap(pixels);
+        m_frame.setDevicePixelRatio(ratio);
+        m_frame.fill(Qt::transparent);
+        QPainter framePainter(&m_frame);
+        paintFrame(framePainter);
+        m_frameDirty = false;
+    }
     QPainter painter(this);
+    painter.drawPixmap(0, 0, m_frame);
+}
+
+void TouchPanel::invalidateFrame()
+{
+    m_frameDirty = true;
+    update();
+}
+
+void TouchPanel::paintFrame(QPainter &painter)
+{
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = frameRect();
 

@@ -93,6 +93,15 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
     }
     buttons.last()->setEnabled(false);
     buttons[4]->setValue(true);
+    mainRow->addSpacing(40);
+
+    // One button in each state, side by side, to compare them by eye.
+    auto *plainState = new TouchButton(QStringLiteral("ふつう"));
+    auto *hoverState = new TouchButton(QStringLiteral("ポイント中"));
+    auto *downState = new TouchButton(QStringLiteral("押している"));
+    auto *longState = new TouchButton(QStringLiteral("クリックし続けると、後ろへ進んでいきます。"));
+    for (TouchButton *button : {plainState, hoverState, downState, longState})
+        mainRow->addWidget(button);
     mainRow->addStretch();
     outer->addLayout(mainRow);
 
@@ -177,6 +186,9 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
 
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+    QCoreApplication::sendEvent(hoverState, &enter);
+    downState->setDown(true);
 
     // Laid out by their own size hints, no caption needs to shrink to fit.
     for (TouchButton *button : window.findChildren<TouchButton *>()) {
