@@ -71,6 +71,8 @@ void TouchPanel::setDraggable(bool draggable)
     m_draggable = draggable;
     if (draggable && m_tip.isEmpty())
         setTip(dragTip());
+    else if (!draggable && m_tip == dragTip())
+        setTip(QString());
     if (draggable)
         setCursor(Qt::OpenHandCursor);
     else
