@@ -371,6 +371,15 @@ void TestTouch::editShowsItsPromptWhileEmpty()
     QCoreApplication::sendEvent(&prompted, &cancelled);
     QVERIFY(promptPixels(prompted.grab().toImage()) > 40);
 
+    // Scaled with the rest of the window, the field grows with its type.
+    TouchEdit scaled;
+    scaled.setPrompt(QStringLiteral("タイトルを入力してください"));
+    const QSize before = scaled.sizeHint();
+    ControlScaler::scale(&scaled, 200);
+    QCOMPARE(scaled.font().pixelSize(), 48);
+    QVERIFY(scaled.sizeHint().height() > before.height() * 3 / 2);
+    QVERIFY(scaled.sizeHint().width() > before.width() * 3 / 2);
+
     // A field too narrow for its prompt still shows it, in smaller type.
     TouchEdit narrow;
     narrow.setPrompt(QStringLiteral("タイトルを入力してください"));
