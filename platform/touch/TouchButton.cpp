@@ -14,11 +14,6 @@ namespace {
 // Room around the face for its shadow and for the one-pixel drop when pressed.
 constexpr int Margin = 3;
 
-int pixelSizeOf(const QFont &font)
-{
-    return font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
-}
-
 } // namespace
 
 TouchButton::TouchButton(QWidget *parent)
@@ -187,13 +182,13 @@ int TouchButton::naturalCaptionWidth() const
 QSize TouchButton::minimumSizeHint() const
 {
     // Big enough to hit with an unsteady hand, whatever the caption.
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     return QSize(qMax(56, qRound(px * 2.5)), qMax(52, qRound(px * 2.3)));
 }
 
 QSize TouchButton::sizeHint() const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     const int sidePadding = 2 * (Margin + qRound(px * 0.6));
     // Long captions wrap at about ten characters rather than making a bar.
     int width = qMin(naturalCaptionWidth(), px * 10) + sidePadding;
@@ -212,7 +207,7 @@ bool TouchButton::hasHeightForWidth() const
 
 int TouchButton::heightForWidth(int width) const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     int textWidth = width - 2 * (Margin + qRound(px * 0.6));
     if (m_toggles)
         textWidth -= checkMarkSize() + px / 3;
@@ -225,9 +220,11 @@ int TouchButton::heightForWidth(int width) const
     return qMax(height, minimumSizeHint().height());
 }
 
+// The size hints above ask for roomy padding; when a layout or a fixed
+// geometry gives less, the caption may use the face nearly to its edge.
 QRect TouchButton::contentBox() const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     const int side = Margin + qRound(px * 0.35);
     const int top = Margin + qRound(px * 0.2);
     return rect().adjusted(side, top, -side, -top);
@@ -235,12 +232,12 @@ QRect TouchButton::contentBox() const
 
 int TouchButton::checkMarkSize() const
 {
-    return qRound(pixelSizeOf(font()) * 1.1);
+    return qRound(TouchTheme::pixelSize(font()) * 1.1);
 }
 
 QRect TouchButton::captionBox(const QRect &content) const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     QRect box = content;
     if (m_toggles)
         box.setLeft(box.left() + checkMarkSize() + px / 3);

@@ -7,15 +7,6 @@
 #include <QPainter>
 #include <QStyleOptionFrame>
 
-namespace {
-
-int pixelSizeOf(const QFont &font)
-{
-    return font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
-}
-
-} // namespace
-
 TouchEdit::TouchEdit(QWidget *parent)
     : QLineEdit(parent)
 {
@@ -27,7 +18,7 @@ TouchEdit::TouchEdit(QWidget *parent)
 void TouchEdit::applyLook()
 {
     // Padding grows with the type, so a scaled field keeps its proportions.
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     if (px == m_lookPixelSize)
         return;
     m_lookPixelSize = px;
@@ -130,13 +121,13 @@ void TouchEdit::setIndex(int index)
 QSize TouchEdit::sizeHint() const
 {
     const QSize base = QLineEdit::sizeHint();
-    const int promptWidth = QFontMetrics(font()).horizontalAdvance(m_prompt) + pixelSizeOf(font()) * 2;
+    const int promptWidth = QFontMetrics(font()).horizontalAdvance(m_prompt) + TouchTheme::pixelSize(font()) * 2;
     return QSize(qMax(base.width(), promptWidth), qMax(base.height(), minimumSizeHint().height()));
 }
 
 QSize TouchEdit::minimumSizeHint() const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     return QSize(px * 4, qMax(QLineEdit::minimumSizeHint().height(), qRound(px * 2.2)));
 }
 

@@ -58,15 +58,18 @@ int TouchTheme::smallestPixelSize()
     return 11;
 }
 
+int TouchTheme::pixelSize(const QFont &font)
+{
+    return font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
+}
+
 QFont TouchTheme::fittedFont(const QFont &font, const QString &text, const QRect &box, int flags)
 {
     QFont fitted = font;
     if (text.isEmpty() || box.width() <= 0 || box.height() <= 0)
         return fitted;
-    const bool inPixels = font.pixelSize() > 0;
-    int size = inPixels ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
-    if (inPixels == false)
-        fitted.setPixelSize(size);
+    int size = pixelSize(font);
+    fitted.setPixelSize(size);
     while (size > smallestPixelSize()) {
         const QRect needed = QFontMetrics(fitted).boundingRect(box, flags, text);
         if (needed.width() <= box.width() && needed.height() <= box.height())
