@@ -1,6 +1,7 @@
 #include "platform/touch/TouchButton.h"
 
 #include "platform/touch/SkinSound.h"
+#include "platform/touch/TouchButtonAccessible.h"
 #include "platform/touch/TouchTheme.h"
 
 #include <QKeyEvent>
@@ -24,6 +25,7 @@ TouchButton::TouchButton(QWidget *parent)
 TouchButton::TouchButton(const QString &caption, QWidget *parent)
     : QAbstractButton(parent)
 {
+    TouchButtonAccessible::install();
     // The lasting pressed state is the button's checked state; a click only
     // flips it when the button is used as a check box (see nextCheckState).
     setCheckable(true);

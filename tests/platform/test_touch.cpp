@@ -239,6 +239,29 @@ void TestTouch::controlsAreNamedForAssistiveTechnology()
     button.setCaption(QStringLiteral("電卓"));
     QCOMPARE(accessibleText(&button, QAccessible::Name), QStringLiteral("電卓"));
 
+    // A plain button reads as a push button; pressed while its value is on.
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&button);
+    QCOMPARE(face->role(), QAccessible::Button);
+    QVERIFY(!face->state().pressed);
+    QVERIFY(!face->state().checkable);
+    button.setValue(true);
+    QVERIFY(face->state().pressed);
+    // Pressing it through the accessibility interface clicks it.
+    QSignalSpy clicked(&button, &QAbstractButton::clicked);
+    face->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(clicked.count(), 1);
+
+    // A check box reads as one, ticked or not.
+    TouchButton check(QStringLiteral("ポイントした場所のヒントを表示する"));
+    check.setToggles(true);
+    QAccessibleInterface *box = QAccessible::queryAccessibleInterface(&check);
+    QCOMPARE(box->role(), QAccessible::CheckBox);
+    QVERIFY(box->state().checkable);
+    QVERIFY(!box->state().checked);
+    box->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QVERIFY(check.value());
+    QVERIFY(box->state().checked);
+
     TouchPanel panel(QStringLiteral("スタート"));
     panel.setDraggable(true);
     QCOMPARE(accessibleText(&panel, QAccessible::Name), QStringLiteral("スタート"));

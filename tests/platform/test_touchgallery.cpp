@@ -76,18 +76,25 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
 
     auto *mainRow = new QHBoxLayout;
     mainRow->setSpacing(14);
-    const QList<std::pair<QString, QChar>> channels = {
-        {QStringLiteral("終了"), QChar(0x00D7)},
-        {QStringLiteral("ヘルプ"), QChar(u'?')},
-        {QStringLiteral("設定"), QChar(0x2699)},
-        {QStringLiteral("文字入力"), QChar(u'あ')},
-        {QStringLiteral("電卓"), QChar(u'=')},
-        {QStringLiteral("印刷"), QChar(u'P')},
+    struct Channel
+    {
+        QString caption;
+        QChar symbol;
+        QString tip;
+    };
+    const QList<Channel> channels = {
+        {QStringLiteral("終了"), QChar(0x00D7), QStringLiteral("クリックすると、編集したドキュメントを自動保存して終了します。")},
+        {QStringLiteral("ヘルプ"), QChar(u'?'), QStringLiteral("クリックすると、ヘルプを参照します。必要であれば、インターネットに接続して最新情報を確認できます。")},
+        {QStringLiteral("設定"), QChar(0x2699), QStringLiteral("クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。")},
+        {QStringLiteral("文字入力"), QChar(u'あ'), QStringLiteral("クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。")},
+        {QStringLiteral("電卓"), QChar(u'='), QStringLiteral("クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。")},
+        {QStringLiteral("印刷"), QChar(u'P'), QStringLiteral("クリックすると、表示されているドキュメントを印刷します。まずはプリンタの準備をしておいてください。")},
     };
     QList<TouchButton *> buttons;
-    for (const auto &[caption, symbol] : channels) {
-        auto *button = new TouchButton(caption);
-        button->setPicture(pictogram(symbol, TouchTheme::accent()));
+    for (const Channel &channel : channels) {
+        auto *button = new TouchButton(channel.caption);
+        button->setTip(channel.tip);
+        button->setPicture(pictogram(channel.symbol, TouchTheme::accent()));
         mainRow->addWidget(button);
         buttons << button;
     }
@@ -221,6 +228,12 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
     QVERIFY2(raised != pressed, qPrintable(raised.name() + pressed.name()));
     QVERIFY2(raised != disabled, qPrintable(raised.name() + disabled.name()));
     QVERIFY(pressed.red() > pressed.blue() + 60);
+
+    // Kept on screen on request, for tools that look at the running window
+    // from outside (screen readers, test drivers).
+    const int hold = qEnvironmentVariableIntValue("LANTERN_GALLERY_HOLD_MS");
+    if (hold > 0)
+        QTest::qWait(hold);
 }
 
 QTEST_MAIN(TestTouchGallery)
