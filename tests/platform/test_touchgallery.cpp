@@ -68,7 +68,7 @@ private slots:
 void TestTouchGallery::rendersAFriendlyWorkspace()
 {
     Backdrop window;
-    window.resize(1480, 720);
+    window.resize(1480, 820);
 
     auto *outer = new QVBoxLayout(&window);
     outer->setContentsMargins(24, 20, 24, 20);
@@ -191,10 +191,37 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
 
     outer->addLayout(lower, 1);
 
+    // The information bar: a panel without a title showing the hint of the
+    // button under the pointer, as the workspace does.
+    auto *infoBar = new TouchPanel;
+    auto *infoLayout = new QHBoxLayout(infoBar);
+    auto *topic = new QLabel;
+    topic->setFont(TouchTheme::titleFont(22));
+    auto *content = new QLabel;
+    content->setFont(TouchTheme::captionFont(20));
+    content->setWordWrap(true);
+    for (QLabel *label : {topic, content})
+        label->setStyleSheet(QStringLiteral("color: %1;").arg(TouchTheme::ink().name()));
+    infoLayout->addWidget(topic);
+    infoLayout->addWidget(content, 1);
+    outer->addWidget(infoBar);
+    for (TouchButton *button : buttons) {
+        connect(button, &TouchButton::pointerEntered, infoBar, [=] {
+            topic->setText(button->caption());
+            content->setText(button->tip());
+        });
+        connect(button, &TouchButton::pointerLeft, infoBar, [=] {
+            topic->clear();
+            content->clear();
+        });
+    }
+
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
     QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
     QCoreApplication::sendEvent(hoverState, &enter);
+    QCoreApplication::sendEvent(buttons[1], &enter);
+    QCOMPARE(topic->text(), QStringLiteral("ヘルプ"));
     downState->setDown(true);
 
     // Laid out by their own size hints, no caption needs to shrink to fit.
