@@ -2,6 +2,7 @@
 
 #include "platform/touch/TouchTheme.h"
 
+#include <QApplication>
 #include <QLinearGradient>
 #include <QMouseEvent>
 #include <QPainter>
@@ -212,6 +213,7 @@ void TouchPanel::mousePressEvent(QMouseEvent *event)
     if (isWindow() && windowHandle() && windowHandle()->startSystemMove())
         return;
     m_dragging = true;
+    m_dragStarted = false;
     m_pressGlobal = event->globalPosition().toPoint();
     m_startPos = pos();
     setCursor(Qt::ClosedHandCursor);
@@ -224,7 +226,12 @@ void TouchPanel::mouseMoveEvent(QMouseEvent *event)
         return;
     }
     event->accept();
-    move(keptInsideParent(m_startPos + (event->globalPosition().toPoint() - m_pressGlobal)));
+    const QPoint travelled = event->globalPosition().toPoint() - m_pressGlobal;
+    // An unsteady hand that only meant to click must not nudge the box.
+    if (!m_dragStarted && travelled.manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragStarted = true;
+    move(keptInsideParent(m_startPos + travelled));
 }
 
 void TouchPanel::mouseReleaseEvent(QMouseEvent *event)

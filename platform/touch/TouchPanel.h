@@ -93,6 +93,7 @@ private:
     bool m_frameActive = true;
     bool m_soundPlaying = false;
     bool m_dragging = false;
+    bool m_dragStarted = false; // the pointer has travelled far enough to move
     QPoint m_pressGlobal;
     QPoint m_startPos;
     int m_index = -1;

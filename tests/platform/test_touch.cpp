@@ -306,6 +306,13 @@ void TestTouch::panelDragsByItsOwnSurfaceInsideItsParent()
     QCOMPARE(finished.at(0).at(0).toPoint(), QPoint(50, 40));
     QCOMPARE(finished.at(0).at(1).toPoint(), QPoint(150, 40));
 
+    // A trembling click does not nudge it.
+    QTest::mousePress(panel, Qt::LeftButton, {}, QPoint(30, 20));
+    QTest::mouseMove(panel, QPoint(32, 21));
+    QTest::mouseRelease(panel, Qt::LeftButton, {}, QPoint(32, 21));
+    QCOMPARE(panel->pos(), QPoint(150, 40));
+    QCOMPARE(finished.count(), 1);
+
     // Dragged far past the corner, it stops at the parent's edge.
     QTest::mousePress(panel, Qt::LeftButton, {}, QPoint(30, 20));
     QTest::mouseMove(panel, QPoint(30 + 2000, 20 + 2000));
