@@ -116,6 +116,13 @@ void TouchButton::setIndex(int index)
     m_index = index;
 }
 
+bool TouchButton::hitButton(const QPoint &pos) const
+{
+    // A hand that drifts a little while clicking still clicks.
+    const int slack = qMax(6, TouchTheme::pixelSize(font()) / 3);
+    return rect().adjusted(-slack, -slack, slack, slack).contains(pos);
+}
+
 void TouchButton::nextCheckState()
 {
     if (m_toggles)

@@ -72,6 +72,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void nextCheckState() override;
+    bool hitButton(const QPoint &pos) const override;
 
 private:
     void playSound();
