@@ -38,13 +38,24 @@ QStringList FontSubstitution::standIns(const QString &designFace)
 
 QString FontSubstitution::family(const QString &designFace)
 {
-    if (QFontDatabase::hasFamily(designFace))
-        return designFace;
-    for (const QString &candidate : standIns(designFace)) {
-        if (QFontDatabase::hasFamily(candidate))
-            return candidate;
+    // Asking the font database is slow and the installed faces do not change
+    // while the program runs: each answer is kept.
+    static QHash<QString, QString> found;
+    const auto known = found.constFind(designFace);
+    if (known != found.cend())
+        return known.value();
+
+    QString result = designFace;
+    if (!QFontDatabase::hasFamily(designFace)) {
+        for (const QString &candidate : standIns(designFace)) {
+            if (QFontDatabase::hasFamily(candidate)) {
+                result = candidate;
+                break;
+            }
+        }
     }
-    return designFace;
+    found.insert(designFace, result);
+    return result;
 }
 
 QFont FontSubstitution::font(const QString &designFace, qreal pointSize)
