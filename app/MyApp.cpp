@@ -7,6 +7,7 @@
 #include "platform/HelpViewer.h"
 #include "platform/InstanceGuard.h"
 #include "platform/RuntimeLog.h"
+#include "platform/TerminationWatcher.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
 #include "workspace/Workspace.h"
@@ -112,6 +113,12 @@ int MyApp::Main(int argc, char **argv)
     ErrorTrap::run("Main: start", [&] { workspace->Start(); });
     // The program ends with its last window.
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    // The session ending closes the window the orderly way, saving everything.
+    TerminationWatcher termination;
+    QObject::connect(&termination, &TerminationWatcher::terminationRequested, workspace, [&workspace] {
+        if (workspace)
+            workspace->close();
+    });
     const int status = QApplication::exec();
     delete workspace;
     return status;
