@@ -92,11 +92,17 @@ void PrinterDevice::setPaperSize(int code)
 
 void PrinterDevice::setPaperBin(int code)
 {
-    if (code < 1 || code > 15)
+    // Qt's sources follow the printer codes one lower, with a gap before the
+    // cassette (14) and form source (15).
+    if (code >= 1 && code <= 11)
+        m_printer->setPaperSource(QPrinter::PaperSource(code - 1));
+    else if (code == 14)
+        m_printer->setPaperSource(QPrinter::Cassette);
+    else if (code == 15)
+        m_printer->setPaperSource(QPrinter::FormSource);
+    else
         throw VbError::invalidArgument();
     m_paperBin = code;
-    if (code <= 11)
-        m_printer->setPaperSource(QPrinter::PaperSource(code - 1));
 }
 
 void PrinterDevice::setPrintQuality(int code)

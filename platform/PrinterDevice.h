@@ -33,6 +33,9 @@ class QPrinterInfo;
 //   colour mode  1 monochrome, 2 colour: QPrinter::ColorMode
 //   zoom         percent; not a printer option here, the layout scales its
 //                fonts and pens by it
+//
+// A document keeps five set-up values; in its order they are paper size,
+// paper bin, orientation, duplex and print quality, followed by copies and zoom.
 class PrinterDevice
 {
 public:
@@ -87,6 +90,8 @@ public:
     void setFontName(const QString &name) { m_fontName = name; }
     float fontSize() const { return m_fontSize; }
     void setFontSize(float points) { m_fontSize = points; }
+    // The character set (128 = Shift-JIS) is kept for callers; Qt picks
+    // glyphs by character, and the stand-in faces cover Japanese.
     int fontCharset() const { return m_fontCharset; }
     void setFontCharset(int charset) { m_fontCharset = charset; }
     bool fontTransparent() const { return m_fontTransparent; }

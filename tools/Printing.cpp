@@ -26,6 +26,12 @@ constexpr int paperB5 = 13;
 // The side of the square that marks a marked text, in centimetres.
 constexpr double markSize = 0.1;
 
+VbError printerMissing()
+{
+    return VbError(484, QStringLiteral("プリンタ情報の取得中にエラーが発生しました。"
+                                       "プリンタが正しく設定されているか確認してください。"));
+}
+
 } // namespace
 
 Printing::Printing(QObject *parent)
@@ -44,8 +50,7 @@ void Printing::setPrinter(std::unique_ptr<PrinterDevice> printer)
 PrinterDevice &Printing::device() const
 {
     if (!m_printer)
-        throw VbError(484, QStringLiteral("プリンタ情報の取得中にエラーが発生しました。"
-                                          "プリンタが正しく設定されているか確認してください。"));
+        throw printerMissing();
     return *m_printer;
 }
 
@@ -60,7 +65,7 @@ void Printing::openJob()
     m_printer.reset();
     const QPrinterInfo current = PrinterList::currentPrinterInfo();
     if (current.isNull())
-        device();   // throws: there is no printer
+        throw printerMissing();
     m_printer = std::make_unique<PrinterDevice>(current);
 }
 
