@@ -21,8 +21,9 @@ class QPrinterInfo;
 //                turned into a QPageSize through QPageSize::id(windowsId)
 //   paper bin    7 = automatic; 1 upper, 2 lower, 3 middle, 4 manual,
 //                5 envelope, 6 manual envelope, 8 tractor ... become
-//                QPrinter::PaperSource (one less than the code); with CUPS
-//                only the PPD's InputSlot can honour them
+//                QPrinter::PaperSource (one less than the code); CUPS gets
+//                no option for them and feeds from the queue's default tray,
+//                which is what 7 asks for
 //   quality      -1 draft, -2 low, -3 medium, -4 high: the CUPS option
 //                print-quality 3, 3, 4, 5; a positive value is a resolution
 //                in dots per inch
