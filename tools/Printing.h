@@ -35,6 +35,11 @@ public:
     // that draw on their own); null before the first job.
     PrinterDevice *printer() const { return m_printer.get(); }
 
+    // The printer the current job was opened on.
+    QString deviceName() const { return m_deviceName; }
+    QString driverName() const { return m_driverName; }
+    QString port() const { return m_port; }
+
     float leftMargin() const { return m_leftMargin; }
     float rightMargin() const { return m_rightMargin; }
     float topMargin() const { return m_topMargin; }

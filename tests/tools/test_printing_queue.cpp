@@ -89,7 +89,8 @@ private slots:
                 [&](qint16, QSizeF *) { definedOn = printing.printer()->deviceName(); });
         printing.Alloc(true, &page, 1);
         QCOMPARE(definedOn, QStringLiteral("PDF"));
-        QCOMPARE(printing.printer()->driverName(), QStringLiteral("Generic CUPS-PDF Printer (w/ options)"));
+        QCOMPARE(printing.deviceName(), QStringLiteral("PDF"));
+        QCOMPARE(printing.driverName(), QStringLiteral("Generic CUPS-PDF Printer (w/ options)"));
         QCOMPARE(printing.printer()->paperSize(), 9);
         printing.Margins(0, 2);
         for (int number = 1; number <= 2; ++number) {
