@@ -405,7 +405,7 @@ private slots:
     {
         const QString file = nextFile();
         auto printing = newJob(file);
-        const PrinterDevice *printer = printing->printer();
+        PrinterDevice *printer = printing->printer();
         printing->Margins(3, 2);
         printing->Margins(4, 1.5f);
         printing->Margins(1, 3);
@@ -431,6 +431,10 @@ private slots:
         printing->Locate(-1, 7, false);
         printing->LPrint(Printing::AlignLeft, QStringLiteral("長体の文字列"));
         const double normalEnd = printer->currentX();
+        // A text with its top on y = 12, for the vertical rule.
+        printer->setCurrentX(2);
+        printer->setCurrentY(12);
+        printer->print(QStringLiteral("基準"));
         printing->EndDoc();
 
         // Sheet coordinates: 1 cm of unprintable strip before the scale.
@@ -448,7 +452,10 @@ private slots:
         QVERIFY(near(left.left(), 1 + 2 + 1));
         QVERIFY(near(left.right(), 1 + leftEnd));
         QVERIFY(near(left.center().y(), 1 + 5));
-        QVERIFY(near(left.height(), 2 * half));
+        // The line's y is the text's middle: half a line below its top.
+        const QRectF reference = boxOf(words, QStringLiteral("基準"));
+        QVERIFY(!reference.isNull());
+        QVERIFY(qAbs((left.top() - (1 + 5 - half)) - (reference.top() - (1 + 12))) < 0.005);
 
         const QRectF next = boxOf(words, QStringLiteral("続き"));
         QVERIFY(near(next.left(), 1 + leftEnd + 0.5));
