@@ -310,7 +310,7 @@ void AgentCharacter::beginShow()
         return;
     }
     m_window->move(m_position);
-    playOnce(stateAnimation(QStringLiteral("Showing"), QStringLiteral("Show")));
+    playAnimation(stateAnimation(QStringLiteral("Showing"), QStringLiteral("Show")), false);
     m_window->show();
 }
 
@@ -321,7 +321,7 @@ void AgentCharacter::beginHide()
         return;
     }
     m_balloon->hide();
-    playOnce(stateAnimation(QStringLiteral("Hiding"), QStringLiteral("Hide")));
+    playAnimation(stateAnimation(QStringLiteral("Hiding"), QStringLiteral("Hide")), false);
 }
 
 void AgentCharacter::beginPlay()
@@ -331,7 +331,7 @@ void AgentCharacter::beginPlay()
         complete();
         return;
     }
-    playOnce(m_file.animation(m_current->animation));
+    playAnimation(m_current->animation, false);
 }
 
 void AgentCharacter::beginSpeak()
@@ -365,7 +365,7 @@ void AgentCharacter::speakNow()
     if (Visible() && !words.isEmpty()) {
         m_balloonTimer.stop();
         m_balloon->showText(words, m_window->geometry());
-        m_player->play(stateAnimation(QStringLiteral("Speaking"), QStringLiteral("Speak")), true);
+        playAnimation(stateAnimation(QStringLiteral("Speaking"), QStringLiteral("Speak")), true);
     }
     m_speechTimer.start(int(duration));
 }
@@ -380,7 +380,7 @@ void AgentCharacter::beginMove()
         return;
     }
     const QString way = direction(m_position, target);
-    m_player->play(stateAnimation(QStringLiteral("Moving"), QStringLiteral("Move") + way), true);
+    playAnimation(stateAnimation(QStringLiteral("Moving"), QStringLiteral("Move") + way), true);
     m_walk->setStartValue(m_position);
     m_walk->setEndValue(target);
     m_walk->setDuration(m_current->speed);
@@ -395,25 +395,28 @@ void AgentCharacter::beginGesture()
     }
     const QPoint centre = m_position + QPoint(Width() / 2, Height() / 2);
     const QString way = direction(centre, m_current->point);
-    playOnce(stateAnimation(QStringLiteral("Gesturing"), QStringLiteral("Gesture") + way));
+    playAnimation(stateAnimation(QStringLiteral("Gesturing"), QStringLiteral("Gesture") + way), false);
 }
 
-QList<CharacterFrame> AgentCharacter::stateAnimation(const QString &state, const QString &preferred) const
+QString AgentCharacter::stateAnimation(const QString &state, const QString &preferred) const
 {
+    // The state's animation for this direction when it has one, else any of its animations.
     const QStringList names = m_file.state(state);
     for (const QString &name : names) {
         if (name.compare(preferred, Qt::CaseInsensitive) == 0)
-            return m_file.animation(name);
+            return name;
     }
     if (m_file.hasAnimation(preferred) || names.isEmpty())
-        return m_file.animation(preferred);
-    return m_file.animation(names.first());
+        return preferred;
+    return names.first();
 }
 
-void AgentCharacter::playOnce(const QList<CharacterFrame> &frames)
+void AgentCharacter::playAnimation(const QString &name, bool loop)
 {
-    // AnimationPlayer reports an empty animation as finished at once.
-    m_player->play(frames, false);
+    // A missing animation plays as an empty one: done at once.
+    if (m_file.hasAnimation(name))
+        emit animationStarted(name);
+    m_player->play(m_file.animation(name), loop);
 }
 
 void AgentCharacter::showRestFrame()
@@ -437,7 +440,7 @@ void AgentCharacter::playIdleAnimation()
         return;
     const QString name = names.at(QRandomGenerator::global()->bounded(int(names.size())));
     m_idleAnimating = true;
-    m_player->play(m_file.animation(name), false);
+    playAnimation(name, false);
 }
 
 QString AgentCharacter::direction(QPoint from, QPoint to)

@@ -82,6 +82,8 @@ signals:
     void requestCompleted(const QString &request);
     // The voice has finished reading a Speak request's text into a file.
     void speechAudioReady(const QString &wavPath, qint64 durationMs);
+    // An animation begins on the screen ("Show", "MoveLeft", "Idle"...).
+    void animationStarted(const QString &name);
     void queueEmptied();
 
 private:
@@ -99,8 +101,8 @@ private:
     void beginMove();
     void beginGesture();
 
-    QList<CharacterFrame> stateAnimation(const QString &state, const QString &preferred) const;
-    void playOnce(const QList<CharacterFrame> &frames);
+    QString stateAnimation(const QString &state, const QString &preferred) const;
+    void playAnimation(const QString &name, bool loop);
     void showRestFrame();
     void showImage(int image);
     void playIdleAnimation();

@@ -38,8 +38,8 @@ constexpr quint16 FormatExtensible = 0xFFFE;
 
 } // namespace
 
-WaveAudio::WaveAudio(int sampleRate, int channels)
-    : m_sampleRate(sampleRate), m_channels(channels)
+WaveAudio::WaveAudio(int sampleRate, int channels, const QList<qint16> &samples)
+    : m_sampleRate(sampleRate), m_channels(channels), m_samples(samples)
 {
 }
 

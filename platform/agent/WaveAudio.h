@@ -10,7 +10,7 @@ class WaveAudio
 {
 public:
     WaveAudio() = default;
-    WaveAudio(int sampleRate, int channels);
+    WaveAudio(int sampleRate, int channels, const QList<qint16> &samples = {});
 
     // Reads a PCM 16-bit WAV file; false (and an empty clip) for anything else.
     bool load(const QString &path);
