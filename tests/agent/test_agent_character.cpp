@@ -163,6 +163,23 @@ private slots:
         QVERIFY(recorder.animations.isEmpty());
     }
 
+    void windowsFloatWithoutTakingTheFocus()
+    {
+        // What keeps the document's focus is the window system honouring these;
+        // without a window manager under test there is nothing more to watch.
+        AgentCharacter character(QStringLiteral("Lantern"), CharacterFile::read(LanternFile));
+        for (QWidget *window : {static_cast<QWidget *>(character.window()), static_cast<QWidget *>(character.balloon())}) {
+            const Qt::WindowFlags flags = window->windowFlags();
+            QVERIFY(flags.testFlag(Qt::FramelessWindowHint));
+            QVERIFY(flags.testFlag(Qt::WindowStaysOnTopHint));
+            QVERIFY(flags.testFlag(Qt::WindowDoesNotAcceptFocus));
+            QCOMPARE(window->windowType(), Qt::Tool);
+            QVERIFY(window->testAttribute(Qt::WA_TranslucentBackground));
+            QVERIFY(window->testAttribute(Qt::WA_ShowWithoutActivating));
+            QCOMPARE(window->focusPolicy(), Qt::NoFocus);
+        }
+    }
+
     void voiceMustBeInstalled()
     {
         AgentCharacter character(QStringLiteral("Lantern"), CharacterFile::read(LanternFile));
