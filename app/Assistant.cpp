@@ -113,6 +113,10 @@ void Assistant::Character(QString &command)
 
 void Assistant::load()
 {
+    // The main window passes "On" again when it reloads: the character on
+    // the screen stays, rather than a second one being loaded beside it.
+    if (character())
+        return;
     const QStringList files = characterFiles();
     if (files.isEmpty()) {
         RuntimeLog::note("Character: on", QStringLiteral("no character files installed"));
@@ -288,9 +292,7 @@ AgentCharacter *Assistant::character()
 {
     if (!agentControl || !agentControl->Connected() || characterIdentifier.isEmpty())
         return nullptr;
-    AgentCharacter *found = nullptr;
-    ErrorTrap::run("Character", [&] { found = &agentControl->Characters().Item(characterIdentifier); });
-    return found;
+    return agentControl->Characters().find(characterIdentifier);
 }
 
 QString Assistant::greeting()

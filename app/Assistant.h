@@ -14,7 +14,8 @@ class AgentControl;
 class Assistant
 {
 public:
-    // Carries out one command. The command is first put into proper case, and
+    // Carries out one command. "On" while a character is loaded keeps it.
+    // The command is first put into proper case, and
     // a text that is spoken may be rewritten with pauses; both changes are
     // written back into the caller's variable.
     static void Character(QString &command);

@@ -101,6 +101,11 @@ private slots:
             QCOMPARE(character->TTSModeID(), QStringLiteral("{A778E060-A936-11D1-B17B-0020AFED142E}"));
         // Loading shows nothing yet: the greeting does.
         QVERIFY(!character->Visible());
+
+        // Told "On" again (the main window reloading), the same character stays.
+        say(QStringLiteral("On"));
+        QCOMPARE(Assistant::character(), character);
+        QCOMPARE(Assistant::control()->Characters().Count(), 1);
     }
 
     void helloGreets()
