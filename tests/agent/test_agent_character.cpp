@@ -178,6 +178,7 @@ private slots:
             QVERIFY(window->testAttribute(Qt::WA_ShowWithoutActivating));
             QCOMPARE(window->focusPolicy(), Qt::NoFocus);
         }
+        QVERIFY(character.balloon()->windowFlags().testFlag(Qt::WindowTransparentForInput));
     }
 
     void voiceMustBeInstalled()
