@@ -64,6 +64,20 @@ private slots:
         QVERIFY(longestQuiet >= paused.sampleRate()); // at least one second
     }
 
+    void voicedStretchesLieBetweenThePauses()
+    {
+        SpeechSynthesizer speech;
+        QSignalSpy finished(&speech, &SpeechSynthesizer::finished);
+        speech.start(QStringLiteral("\\Pau=1000\\はい\\Pau=500\\いいえ"));
+        QVERIFY(finished.wait(20000));
+        const QList<SpeechSynthesizer::Span> spans = speech.voicedSpans();
+        QCOMPARE(spans.size(), 2);
+        QCOMPARE(spans.at(0).startMs, 1000);
+        QVERIFY(spans.at(0).endMs > 1100);
+        QCOMPARE(spans.at(1).startMs, spans.at(0).endMs + 500);
+        QCOMPARE(spans.at(1).endMs, speech.durationMs());
+    }
+
     void piecesWithNothingToSayAreSkipped()
     {
         // "「" alone has nothing to pronounce: the clip starts with the pause.
