@@ -104,6 +104,8 @@ void Assistant::Character(QString &command)
         speak(c, command);
     }
 
+    // After moving about the character goes home to the top left corner;
+    // after speaking it comes to rest where it stands.
     step("Character: activate", [&] { c.Activate(); });
     if (resting)
         rest(c);
@@ -198,7 +200,7 @@ void Assistant::moveAndGesture(AgentCharacter &c, const QString &command)
     step("Character: move", [&] { c.GestureAt(point.x(), point.y()); });
 }
 
-bool Assistant::speak(AgentCharacter &c, QString &text)
+void Assistant::speak(AgentCharacter &c, QString &text)
 {
     bool japanese = false;
     step("Character: speak", [&] { japanese = isJapaneseVoice(c.TTSModeID()); });
@@ -206,7 +208,6 @@ bool Assistant::speak(AgentCharacter &c, QString &text)
         text = speechText(text);
     step("Character: speak", [&] { c.Get(QStringLiteral("State"), QStringLiteral("Speaking")); });
     step("Character: speak", [&] { c.Speak(text); });
-    return japanese;
 }
 
 void Assistant::moveHome(AgentCharacter &c)
