@@ -2,7 +2,9 @@
 #include "platform/agent/Voice.h"
 #include "platform/agent/WaveAudio.h"
 
+#include <QFile>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -87,6 +89,25 @@ private slots:
         QCOMPARE(WaveAudio(audio.sampleRate(), 1, audio.samples().mid(0, pause)).peak(), 0);
         QVERIFY(WaveAudio(audio.sampleRate(), 1, audio.samples().mid(pause)).rms() > 1000);
         QVERIFY(synthesize(QStringLiteral("「」")).isEmpty());
+    }
+
+    void espeakStandsInForOpenJTalk()
+    {
+        const QString espeak = QStandardPaths::findExecutable(QStringLiteral("espeak-ng"));
+        if (espeak.isEmpty())
+            QSKIP("espeak-ng is not installed");
+        const QByteArray path = qgetenv("PATH");
+        QTemporaryDir bin;
+        QVERIFY(QFile::link(espeak, bin.filePath(QStringLiteral("espeak-ng"))));
+        qputenv("PATH", bin.path().toUtf8());
+        const Voice::Engine engine = Voice::installedEngine();
+        const WaveAudio audio = synthesize(QStringLiteral("こんにちは\\Pau=1000\\さようなら"));
+        qputenv("PATH", path);
+        QCOMPARE(engine, Voice::Engine::EspeakNg);
+        QVERIFY(!audio.isEmpty());
+        QCOMPARE(audio.sampleRate(), 22050); // espeak-ng's own rate: this clip is not Open JTalk's
+        QVERIFY(audio.durationMs() > 1500);
+        QVERIFY(audio.rms() > 500);
     }
 
     void withoutAVoiceThereIsNoSound()
