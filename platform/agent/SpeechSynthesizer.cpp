@@ -65,8 +65,9 @@ void SpeechSynthesizer::launchPieces()
                 pieceDone(index, process);
         });
         QTimer::singleShot(PieceTimeoutMs, process, [process] { process->kill(); });
-        process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        // Its complaints ("No phoneme") add nothing to the note made below.
         process->setStandardOutputFile(QProcess::nullDevice());
+        process->setStandardErrorFile(QProcess::nullDevice());
         process->start(Voice::program(m_engine), Voice::arguments(m_engine, output));
         process->write(Voice::reading(piece.text).toUtf8() + '\n');
         process->closeWriteChannel();
