@@ -1,4 +1,5 @@
 #include "app/Assistant.h"
+#include "platform/vb/VbLike.h"
 #include "app/Globals.h"
 #include "platform/CodePage932.h"
 #include "platform/ErrorTrap.h"
@@ -13,7 +14,6 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
-#include <QRegularExpression>
 #include <QScreen>
 
 namespace {
@@ -272,11 +272,9 @@ QString Assistant::speechText(const QString &text)
 
 bool Assistant::isJapaneseVoice(const QString &ttsModeId)
 {
-    // The pattern "{[Aa]778[Ee]06?-[Aa]936-11[Dd]1-[Bb]17[Bb]-0020[Aa][Ff][Ee][Dd]142[Ee]}",
-    // where "?" stands for any one character.
-    static const QRegularExpression pattern(QStringLiteral(
-        R"(^\{[Aa]778[Ee]06.-[Aa]936-11[Dd]1-[Bb]17[Bb]-0020[Aa][Ff][Ee][Dd]142[Ee]\}$)"));
-    return pattern.match(ttsModeId).hasMatch();
+    // Both Japanese voices, in either letter case.
+    return VbLike::match(ttsModeId,
+                         QStringLiteral("{[Aa]778[Ee]06?-[Aa]936-11[Dd]1-[Bb]17[Bb]-0020[Aa][Ff][Ee][Dd]142[Ee]}"));
 }
 
 QString Assistant::characterId()
