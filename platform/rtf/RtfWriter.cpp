@@ -62,6 +62,8 @@ private:
     void writeText(QStringView text);
     void writeFontName(const QString &name);
 
+    void lineBreak();
+    void literal(char c);
     void word(const char *name);
     void word(const char *name, int value);
     void hexByte(unsigned char byte);
@@ -70,6 +72,7 @@ private:
     const QTextDocument *m_document;
     QByteArray m_out;
     bool m_needsDelimiter = false;
+    qsizetype m_lineBreakAt = -1; // where the last line break went, while nothing followed it
     QStringList m_fonts;
     QList<QColor> m_colors; // index 0 is "auto" and not written
     bool m_hasBullets = false;
@@ -107,8 +110,7 @@ QByteArray RtfComposer::compose()
         if (!wroteText)
             writeCharProps(charPropsOf(block.charFormat()));
         word("par");
-        m_out.append("\r\n");
-        m_needsDelimiter = false;
+        lineBreak();
     }
     m_out.append("}\r\n");
     return m_out;
@@ -247,8 +249,10 @@ void RtfComposer::writeParagraphStart(const ParaProps &props, bool changed, int 
     } else if (props.list == ListKind::Numbered) {
         m_out.append("{\\pntext\\f0 ").append(QByteArray::number(number)).append(".\\tab}");
     }
-    if (props.list != ListKind::None)
+    if (props.list != ListKind::None) {
         m_needsDelimiter = false;
+        m_lineBreakAt = -1;
+    }
     if (changed) {
         if (props.list == ListKind::Bullet) {
             m_out.append("{\\*\\pn\\pnlvlblt\\pnf").append(QByteArray::number(m_symbolFont));
@@ -256,8 +260,10 @@ void RtfComposer::writeParagraphStart(const ParaProps &props, bool changed, int 
         } else if (props.list == ListKind::Numbered) {
             m_out.append("{\\*\\pn\\pnlvlbody\\pnf0\\pnindent0\\pnstart1\\pndec{\\pntxta.}}");
         }
-        if (props.list != ListKind::None)
+        if (props.list != ListKind::None) {
             m_needsDelimiter = false;
+            m_lineBreakAt = -1;
+        }
         if (props.firstIndent != 0)
             word("fi", props.firstIndent);
         if (props.leftIndent != 0)
@@ -295,13 +301,13 @@ void RtfComposer::writeText(QStringView text)
     for (qsizetype i = 0; i < size; ++i) {
         const char16_t unit = text[i].unicode();
         if (unit >= 0x20 && unit < 0x7F) {
-            if (m_needsDelimiter) {
-                m_out.append(' ');
+            if (unit == u'\\' || unit == u'{' || unit == u'}') {
+                m_out.append('\\').append(static_cast<char>(unit));
                 m_needsDelimiter = false;
+                m_lineBreakAt = -1;
+            } else {
+                literal(static_cast<char>(unit));
             }
-            if (unit == u'\\' || unit == u'{' || unit == u'}')
-                m_out.append('\\');
-            m_out.append(static_cast<char>(unit));
             continue;
         }
         switch (unit) {
@@ -314,10 +320,12 @@ void RtfComposer::writeText(QStringView text)
         case QChar::Nbsp:
             m_out.append("\\~");
             m_needsDelimiter = false;
+            m_lineBreakAt = -1;
             continue;
         case QChar::SoftHyphen:
             m_out.append("\\-");
             m_needsDelimiter = false;
+            m_lineBreakAt = -1;
             continue;
         case QChar::ObjectReplacementCharacter:
         case QChar::ParagraphSeparator:
@@ -364,14 +372,38 @@ void RtfComposer::writeFontName(const QString &name)
     }
 }
 
+// Line breaks only make the RTF readable. The document store joins the lines
+// of a saved body again, so the space that ends a control word must come
+// before the break, never after it.
+void RtfComposer::lineBreak()
+{
+    m_out.append("\r\n");
+    m_lineBreakAt = m_out.size() - 2;
+}
+
+void RtfComposer::literal(char c)
+{
+    if (m_needsDelimiter) {
+        if (m_lineBreakAt >= 0)
+            m_out.insert(m_lineBreakAt, ' ');
+        else
+            m_out.append(' ');
+        m_needsDelimiter = false;
+    }
+    m_lineBreakAt = -1;
+    m_out.append(c);
+}
+
 void RtfComposer::word(const char *name)
 {
+    m_lineBreakAt = -1;
     m_out.append('\\').append(name);
     m_needsDelimiter = true;
 }
 
 void RtfComposer::word(const char *name, int value)
 {
+    m_lineBreakAt = -1;
     m_out.append('\\').append(name).append(QByteArray::number(value));
     m_needsDelimiter = true;
 }
@@ -381,6 +413,7 @@ void RtfComposer::hexByte(unsigned char byte)
     const char escape[4] = {'\\', '\'', hexDigits[byte >> 4], hexDigits[byte & 0xF]};
     m_out.append(escape, 4);
     m_needsDelimiter = false;
+    m_lineBreakAt = -1;
 }
 
 // \uN takes a signed 16-bit number; "?" stands in for readers without \u.
@@ -389,6 +422,7 @@ void RtfComposer::unicode(char16_t unit)
     const int value = unit > 0x7FFF ? static_cast<int>(unit) - 0x10000 : static_cast<int>(unit);
     m_out.append("\\u").append(QByteArray::number(value)).append('?');
     m_needsDelimiter = false;
+    m_lineBreakAt = -1;
 }
 
 } // namespace

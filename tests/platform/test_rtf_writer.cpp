@@ -113,7 +113,7 @@ private slots:
         // A paragraph like the one before needs no \pard of its own.
         QCOMPARE(body(RtfWriter::write(&document)),
                  QByteArray("\\viewkind4\\uc1\\pard\\f0\\fs24 left\\par\r\n"
-                            "\\pard\\qc centre\\par\r\n"
+                            "\\pard\\qc centre\\par \r\n"
                             "centre too\\par\r\n"
                             "\\pard\\qr right\\par\r\n"
                             "\\pard left\\par\r\n}\r\n"));
@@ -239,6 +239,18 @@ private slots:
             QCOMPARE(next, previous);
             previous = next;
         }
+    }
+
+    void survivesTheStoreJoiningItsLines()
+    {
+        // A saved body comes back with its line ends taken out.
+        QTextDocument document;
+        fill(&document, {"one", "two", u"三"_qs, "", "five"});
+        QByteArray joined = RtfWriter::write(&document);
+        joined.replace("\r\n", "");
+        QTextDocument back;
+        QVERIFY(RtfReader::read(joined, &back));
+        QCOMPARE(back.toPlainText(), document.toPlainText());
     }
 
     void roundTripOfAnEmptyDocumentStaysEmpty()
