@@ -123,6 +123,18 @@ const std::unordered_map<std::string_view, Word> &words()
     return table;
 }
 
+// Characters that are not text in a QTextDocument: line and paragraph
+// breaks (they would split blocks), the frame and object markers that Qt
+// keeps in the text itself, and control characters other than the tab
+// (ICU's code page 932 table turns byte 0x1C into DEL).
+bool isStorable(char32_t unit)
+{
+    if (unit < 0x20)
+        return unit == u'\t';
+    return unit != 0x7F && unit != QChar::ParagraphSeparator && unit != QChar::ObjectReplacementCharacter
+           && !(unit >= 0xFDD0 && unit <= 0xFDEF) && unit != 0x85;
+}
+
 // Surrogates from \uN pairs arrive one at a time and are kept as they come.
 void appendUnit(QString &text, char32_t unit)
 {
@@ -600,9 +612,7 @@ void RtfParser::textByte(unsigned char byte)
 
 void RtfParser::unicodeUnit(char32_t unit)
 {
-    if (unit < 0x20 && unit != u'\t')
-        return;
-    if (unit == QChar::ParagraphSeparator)
+    if (!isStorable(unit))
         return;
     switch (state().destination) {
     case Destination::Text:
@@ -678,8 +688,10 @@ void RtfParser::flushBytes()
 {
     if (m_pendingBytes.isEmpty())
         return;
-    m_runText += RtfCodePage::decode(m_pendingCodePage, m_pendingBytes);
+    QString decoded = RtfCodePage::decode(m_pendingCodePage, m_pendingBytes);
     m_pendingBytes.clear();
+    decoded.removeIf([](QChar c) { return !isStorable(c.unicode()); });
+    m_runText += decoded;
 }
 
 void RtfParser::flushRun()
@@ -777,7 +789,7 @@ QString plainTextOf(const QByteArray &bytes)
     QString text = CodePage932::decode(bytes);
     text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
     text.replace(u'\r', u'\n');
-    text.remove(QChar(0));
+    text.removeIf([](QChar c) { return c != u'\n' && !isStorable(c.unicode()); });
     return text;
 }
 

@@ -333,7 +333,7 @@ void RtfComposer::writeText(QStringView text)
         default:
             break;
         }
-        if (unit < 0x20)
+        if (unit < 0x20 || unit == 0x7F)
             continue;
 
         const quint16 bytes = RtfCodePage::encode932(unit);
