@@ -7,6 +7,7 @@
 #include "platform/HelpViewer.h"
 #include "platform/InstanceGuard.h"
 #include "platform/RuntimeLog.h"
+#include "platform/TerminationWatcher.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
 #include "workspace/Workspace.h"
@@ -60,10 +61,21 @@ int MyApp::Main(int argc, char **argv)
     QApplication::setApplicationName(QString::fromLatin1(SettingsStore::ApplicationName));
     QApplication::setOverrideCursor(Qt::WaitCursor);
 
+    // The session may end while the windows still load; the request is kept
+    // until there is a window to close the orderly way.
+    TerminationWatcher termination;
+    bool terminationPending = false;
+    QPointer<Workspace> workspace;
+    QObject::connect(&termination, &TerminationWatcher::terminationRequested, &application, [&] {
+        if (workspace)
+            workspace->close();
+        else
+            terminationPending = true;
+    });
+
     ErrorTrap::run("Main: load settings", [] { SettingsStore::Load(); });
     RuntimeLog::start();
 
-    QPointer<Workspace> workspace;
     if (InstanceGuard::claim()) {
         Title *title = nullptr;
         ErrorTrap::run("Main: splash", [&] {
@@ -112,6 +124,8 @@ int MyApp::Main(int argc, char **argv)
     ErrorTrap::run("Main: start", [&] { workspace->Start(); });
     // The program ends with its last window.
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    if (terminationPending)
+        QMetaObject::invokeMethod(workspace, &QWidget::close, Qt::QueuedConnection);
     const int status = QApplication::exec();
     delete workspace;
     return status;

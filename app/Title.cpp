@@ -12,6 +12,7 @@ Title::Title(QWidget *parent)
     : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint)
 {
     setObjectName(QStringLiteral("Title"));
+    setWindowTitle(QStringLiteral("Lantern"));
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFixedSize(SplashSize);
     // The load handler's one job: take the picture.

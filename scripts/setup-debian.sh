@@ -10,7 +10,7 @@ packages=(
   qt6-multimedia-dev libqt6svg6-dev libgl-dev libicu-dev libbenchmark-dev
   qt6-documentation-tools qt6-qpa-plugins qt6-wayland
   # a display, a session bus and accessibility for tests and headless runs
-  xvfb xauth x11-utils xdotool dbus dbus-x11 at-spi2-core python3-pyatspi python3-dogtail
+  xvfb xauth x11-utils xdotool dbus dbus-x11 at-spi2-core python3-pyatspi python3-dogtail python3-xlib
   imagemagick poppler-utils
   # fonts
   fonts-noto-cjk fonts-ipaexfont fontconfig python3-fontforge
@@ -23,6 +23,8 @@ packages=(
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good pulseaudio fluidsynth fluid-soundfont-gm
   # help viewer
   assistant-qt6
+  # the start-up benchmark compares with this Qt writing program
+  focuswriter
 )
 
 missing=()

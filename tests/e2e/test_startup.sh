@@ -1,0 +1,109 @@
+#!/usr/bin/env bash
+# Start-up from the command line: the three jobs, a normal start, a second
+# copy, and settings that are damaged.
+set -u
+[ -z "${DBUS_SESSION_BUS_ADDRESS_PRIVATE:-}" ] && exec env DBUS_SESSION_BUS_ADDRESS_PRIVATE=1 dbus-run-session -- bash "$0" "$@"
+. "$(dirname "$0")/lib.sh"
+title="Fernwick Nib 2007"
+
+write_settings() { mkdir -p "$XDG_CONFIG_HOME"; printf '%b' "$1" > "$settings"; }
+
+# Starts the program with the given arguments, waits for its window, closes
+# it the way the session does (SIGTERM) and waits until it has ended.
+start_and_close() {
+  "$program" "$@" 2>>"$LANTERN_TEST_ROOT/stderr.log" &
+  local pid=$!
+  if ! wait_for_window "$title" 20 >/dev/null; then
+    echo "  no window within 20 s; running: $(kill -0 "$pid" 2>/dev/null && echo yes || echo no)"
+    tail -n 5 "$LANTERN_TEST_ROOT/stderr.log" | sed 's/^/  | /'
+    kill -9 "$pid" 2>/dev/null
+    return 1
+  fi
+  kill -TERM "$pid"
+  wait_for_exit "$pid" 10 || { echo "  still running 10 s after SIGTERM"; kill -9 "$pid"; return 1; }
+  wait "$pid" || { echo "  ended with status $?"; return 1; }
+}
+
+# /C and /CLR delete the tree and end without a window: with no display at
+# all they must still succeed.
+for option in /C /CLR; do
+  write_settings '[Settings]\nShutdown=True\n[Key Settings]\nAlpha,1,1=A\n'
+  env -u DISPLAY timeout 10 "$program" "$option"
+  status=$?
+  check "$option ends at once with status 0 ($status)" test "$status" -eq 0
+  check "$option deletes the settings tree" test ! -e "$settings"
+done
+
+# Forms that only look like the options start the program normally.
+for line in " /C" "/c" "/C x"; do
+  write_settings '[Settings]\nShutdown=True\n'
+  # shellcheck disable=SC2086
+  if [ "$line" = "/C x" ]; then args=(/C x); else args=("$line"); fi
+  check "\"$line\" starts the program" start_and_close "${args[@]}"
+  check "\"$line\" keeps the settings" grep -q '^Shutdown=True$' "$settings"
+done
+
+# With "Shutdown" on, quitting placed the start-up link and asked for the
+# power-off of this kernel's row (recorded, never carried out).
+entry="$XDG_CONFIG_HOME/autostart/Fernwick Nib 2007.desktop"
+check "the start-up link starts lantern" grep -qF "Exec=\"$program\"" "$entry"
+kernel=$(uname -r | cut -d. -f1)
+case "$kernel" in
+  6) expected=powerOff ;;
+  [7-9]|[1-9][0-9]) expected=logOff ;;
+  *) expected="" ;;
+esac
+if [ -n "$expected" ]; then
+  check "each quit asked for \"$expected\"" test "$(grep -c "^$expected\$" "$LANTERN_TEST_ROOT/power-requests.log")" -eq 3
+fi
+
+# A normal start writes every setting back when the window closes.
+rm -f "$settings"
+check "a plain start shows the window" start_and_close
+check "closing saves the defaults" grep -q '^Music=True$' "$settings"
+check "closing records the program folder" grep -qF "Path=$LANTERN_PROGRAM_DIR" "$settings"
+check "with \"Shutdown\" off the start-up link is gone" test ! -e "$entry"
+
+# A second copy shows nothing and ends at once.
+"$program" 2>>"$LANTERN_TEST_ROOT/stderr.log" &
+first=$!
+if wait_for_window "$title" 20 >/dev/null; then
+  screenshot startup
+  start=$(date +%s%N)
+  timeout 10 "$program"
+  status=$?
+  elapsed=$(( ($(date +%s%N) - start) / 1000000 ))
+  check "the second copy ends with status 0" test "$status" -eq 0
+  check "the second copy ends within 3 s (${elapsed} ms)" test "$elapsed" -lt 3000
+  check "only one main window" test "$(window_count "$title")" -eq 1
+  check "the first copy still runs" kill -0 "$first"
+else
+  fail "the first copy showed no window"
+fi
+kill -TERM "$first" 2>/dev/null; wait_for_exit "$first" 10 || kill -9 "$first"
+
+# Damaged settings never stop the start.
+write_settings '[Skin Settings]\nMusic=maybe\n'
+check "a setting of \"maybe\" still starts" start_and_close
+check "the failure is in the log" grep -q 'Main: load settings' "$XDG_STATE_HOME/lantern/lantern.log" "$LANTERN_TEST_ROOT/stderr.log"
+check "the bad value heals at the next save" grep -q '^Music=False$' "$settings"
+head -c 4096 /dev/urandom > "$settings"
+check "a settings file of random bytes still starts" start_and_close
+chmod 000 "$settings" 2>/dev/null
+check "an unreadable settings file still starts" start_and_close
+rm -f "$settings"
+check "an unset HOME and WINDIR still start" env -u HOME -u WINDIR bash -c "$(declare -f start_and_close wait_for_window wait_for_exit); program='$program' title='$title' LANTERN_TEST_ROOT='$LANTERN_TEST_ROOT' start_and_close"
+
+# /? opens the help viewer and ends; the viewer keeps running.
+timeout 10 "$program" '/?'
+check "/? ends with status 0" test $? -eq 0
+viewer=""
+for _ in $(seq 1 50); do
+  viewer=$(pgrep -f 'assistant -collectionFile .*LANTERN.qhc' | head -n 1)
+  [ -n "$viewer" ] && break
+  sleep 0.1
+done
+check "/? started the help viewer on the program's help book" test -n "$viewer"
+[ -n "$viewer" ] && kill "$viewer"
+
+finish
