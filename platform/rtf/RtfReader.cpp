@@ -1,6 +1,7 @@
 #include "platform/rtf/RtfReader.h"
 
 #include "platform/CodePage932.h"
+#include "platform/RuntimeLog.h"
 #include "platform/rtf/RtfCodePage.h"
 #include "platform/rtf/RtfTokenizer.h"
 
@@ -11,6 +12,7 @@
 #include <QTextDocumentFragment>
 #include <QTextList>
 
+#include <algorithm>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
@@ -220,6 +222,10 @@ bool RtfParser::parse(QString *error)
     bool started = false;
     bool closed = false;
     for (;;) {
+        if (!m_stack.empty()) {
+            const bool inFontTable = state().destination == Destination::FontTable;
+            m_tokens.setDoubleByteCodePage(codePageOf(inFontTable ? m_fontBeingDefined : state().chars.font));
+        }
         const RtfTokenizer::Token token = m_tokens.next();
         if (token.kind == RtfTokenizer::Kind::End)
             break;
@@ -824,14 +830,22 @@ bool RtfReader::read(const QByteArray &rtf, QTextDocument *document, QString *er
     const bool undo = document->isUndoRedoEnabled();
     document->setUndoRedoEnabled(false);
     document->clear();
-    const bool ok = parseInto(rtf, QTextCursor(document), error);
+    QString problem;
+    const bool ok = parseInto(rtf, QTextCursor(document), &problem);
     document->setUndoRedoEnabled(undo);
+    if (!ok)
+        RuntimeLog::note("RtfReader", problem);
+    if (error)
+        *error = problem;
     return ok;
 }
 
 bool RtfReader::read(const QString &rtf, QTextDocument *document, QString *error)
 {
-    return read(rtf.toLatin1(), document, error);
+    // Characters beyond Latin-1 mean the RTF's raw bytes were decoded as code
+    // page 932 on the way in: encoding them again gives the bytes back.
+    const bool bytewise = std::all_of(rtf.cbegin(), rtf.cend(), [](QChar c) { return c.unicode() < 0x100; });
+    return read(bytewise ? rtf.toLatin1() : CodePage932::encode(rtf), document, error);
 }
 
 bool RtfReader::readFragment(const QByteArray &rtf, QTextCursor *cursor, QString *error)

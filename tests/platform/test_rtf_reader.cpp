@@ -59,11 +59,12 @@ private slots:
     void readsExtensionsHalfWidthKanaAndRawBytes()
     {
         QTextDocument document;
-        // ① and ㈱ are NEC extensions, ｱ is one byte; the last character comes
-        // as raw 8-bit bytes rather than escapes.
-        const QByteArray rtf = japaneseHeader() + "\\'87\\'40\\'87\\'8a\\'b1" + QByteArray("\x8c\xea") + "}";
+        // ① and ㈱ are NEC extensions, ｱ is one byte; the last characters come
+        // as raw 8-bit bytes rather than escapes, with a brace and a backslash
+        // as second bytes of 本 and 表.
+        const QByteArray rtf = japaneseHeader() + "\\'87\\'40\\'87\\'8a\\'b1" + QByteArray("\x8c\xea\x96{\x95\\") + "}";
         QVERIFY(RtfReader::read(rtf, &document));
-        QCOMPARE(document.toPlainText(), u"①㈱ｱ語"_qs);
+        QCOMPARE(document.toPlainText(), u"①㈱ｱ語本表"_qs);
     }
 
     void readsOtherCodePagesByFont()
@@ -244,6 +245,10 @@ private slots:
         const QString rtf = QString::fromLatin1(japaneseHeader() + "\\'93\\'fa\x8c\xea\\par}");
         QVERIFY(RtfReader::read(rtf, &document));
         QCOMPARE(document.toPlainText(), u"日語"_qs);
+
+        // A body whose raw bytes were already decoded as code page 932.
+        QVERIFY(RtfReader::read(QString::fromLatin1(japaneseHeader()) + u"本\\'93\\'fa\\par}"_qs, &document));
+        QCOMPARE(document.toPlainText(), u"本日"_qs);
     }
 
     void pastesAFragmentAtTheCursor()
