@@ -186,6 +186,21 @@ private slots:
         QVERIFY(!document.findBlockByNumber(3).textList());
     }
 
+    void readsWordListParagraphsAsBullets()
+    {
+        QTextDocument document;
+        const QByteArray rtf = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}{\\f3\\fcharset2 Symbol;}}"
+                               "{\\*\\listtable{\\list\\listtemplateid1{\\listlevel\\levelnfc23{\\leveltext \\'01\\u-3913 ?;}}"
+                               "\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}"
+                               "\\pard{\\listtext\\pard\\plain\\f3 \\'b7\\tab}\\ls1\\li720\\fi-360 one\\par"
+                               "{\\listtext\\pard\\plain\\f3 \\'b7\\tab}two\\par\\pard three\\par}";
+        QVERIFY(RtfReader::read(rtf, &document));
+        QCOMPARE(paragraphs(document), (QStringList{"one", "two", "three"}));
+        QVERIFY(document.findBlockByNumber(0).textList());
+        QCOMPARE(document.findBlockByNumber(0).textList(), document.findBlockByNumber(1).textList());
+        QVERIFY(!document.findBlockByNumber(2).textList());
+    }
+
     void readsNumberedParagraphs()
     {
         QTextDocument document;
