@@ -104,7 +104,7 @@ bool RtfParser::parse(QString *error)
     }
 
     flushRun();
-    if (!m_breakPending && (started || !m_runText.isEmpty()))
+    if (started && !m_breakPending)
         finishParagraph(m_stack.empty() ? m_finalState : state());
     m_cursor.endEditBlock();
 
