@@ -104,12 +104,9 @@ QByteArray RtfComposer::compose()
 
     ParaProps previous;
     bool first = true;
-    int number = 0;
     for (QTextBlock block = m_document->begin(); block.isValid(); block = block.next()) {
         const ParaProps props = paraPropsOf(block);
-        number = props.list == ListKind::Numbered && (first || previous.list == ListKind::Numbered) ? number + 1
-                 : props.list == ListKind::Numbered                                                ? 1
-                                                                                                   : 0;
+        const int number = block.textList() ? block.textList()->itemNumber(block) + 1 : 0;
         writeParagraphStart(props, first || !(props == previous), number);
         previous = props;
         first = false;
