@@ -300,6 +300,12 @@ private slots:
                                  &document));
         QCOMPARE(document.toPlainText(), QString("azzKbc"));
         QCOMPARE(formatAt(document, 4).fontPointSize(), 1638.0);
+
+        // Invalid Shift-JIS: a lead byte without its second byte, a byte that is
+        // no character. The text around them stays.
+        QVERIFY(RtfReader::read(QByteArray("{\\rtf1\\ansi\\ansicpg932 a\\'81\\'20b\\'fd\\'ffc\\'82}"), &document));
+        const QString text = document.toPlainText();
+        QVERIFY2(text.startsWith(u'a') && text.contains(u" b") && text.contains(u'c'), qPrintable(text));
     }
 
     void dropsGroupsNestedTooDeep()
