@@ -267,17 +267,35 @@ void MusicPlayer::startPlayback(const QString &wavePath)
         m_output = new QAudioOutput(this);
         m_output->setVolume(MusicVolume);
         m_player->setAudioOutput(m_output);
-        connect(m_player, &QMediaPlayer::errorOccurred, this, [this](QMediaPlayer::Error, const QString &text) {
-            if (m_playing || !m_midiFile.isEmpty())
-                fail(QStringLiteral("cannot play %1: %2").arg(m_midiFile, text));
-        });
+        connect(m_player, &QMediaPlayer::errorOccurred, this, &MusicPlayer::playerFailed);
     }
+    m_wavePath = wavePath;
     m_output->setDevice(QMediaDevices::defaultAudioOutput());
     m_player->setLoops(QMediaPlayer::Infinite);
     m_player->setSource(QUrl::fromLocalFile(wavePath));
     m_player->play();
     m_playing = true;
     emit started();
+}
+
+void MusicPlayer::playerFailed(QMediaPlayer::Error error, const QString &text)
+{
+    if (error == QMediaPlayer::NoError)
+        return;
+    // A player that failed may still report on its old pipeline; the next
+    // tune gets a fresh one.
+    m_player->disconnect(this);
+    m_player->stop();
+    m_player->deleteLater();
+    m_player = nullptr;
+    m_output->deleteLater();
+    m_output = nullptr;
+    if (m_midiFile.isEmpty())
+        return;
+    // The cached file may be damaged: render it afresh next time, which
+    // costs a moment, rather than fail on it for ever.
+    QFile::remove(m_wavePath);
+    fail(QStringLiteral("cannot play %1: %2").arg(m_midiFile, text));
 }
 
 void MusicPlayer::fail(const QString &reason)

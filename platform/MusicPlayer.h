@@ -1,11 +1,11 @@
 #pragma once
 
+#include <QMediaPlayer>
 #include <QObject>
 #include <QString>
 #include <QUrl>
 
 class QAudioOutput;
-class QMediaPlayer;
 class QProcess;
 class QTimer;
 class TouchPanel;
@@ -64,6 +64,7 @@ private:
     void renderingEnded();
     void cancelRendering();
     void startPlayback(const QString &wavePath);
+    void playerFailed(QMediaPlayer::Error error, const QString &text);
     void fail(const QString &reason);
 
     QString m_program;
