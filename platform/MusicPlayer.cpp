@@ -148,7 +148,7 @@ void MusicPlayer::play(const QString &midiPath)
         fail(QStringLiteral("%1 is not a MIDI file").arg(midiPath));
         return;
     }
-    if (QStandardPaths::findExecutable(m_program).isEmpty() && !QFileInfo(m_program).isExecutable()) {
+    if (QStandardPaths::findExecutable(m_program).isEmpty()) {
         fail(QStringLiteral("the synthesizer %1 is not installed").arg(m_program));
         return;
     }

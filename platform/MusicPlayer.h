@@ -34,11 +34,12 @@ public:
     QString synthesizer() const;
     QString soundFont() const;
 
-    // True from started() until stopped().
+    // True from started() until stopped(). A failure while playing reports
+    // failed() and then stopped().
     bool isPlaying() const;
     // True while a tune is being rendered.
     bool isRendering() const;
-    // The tune asked for by the last play(), empty after stop().
+    // The tune asked for by the last play(), empty after stop() or failed().
     QString midiFile() const;
     // What the media player was given, and how often it repeats it.
     QUrl source() const;

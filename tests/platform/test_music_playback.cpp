@@ -55,6 +55,8 @@ void TestMusicPlayback::musicPlaysUntilStopped()
     player.play(tune);
     QTRY_COMPARE_WITH_TIMEOUT(started.count(), 1, 60000);
     QCOMPARE(failed.count(), 0);
+    QVERIFY(player.isPlaying());
+    QCOMPARE(player.source(), QUrl::fromLocalFile(MusicPlayer::cachedWavePath(tune)));
     QCOMPARE(player.loops(), int(QMediaPlayer::Infinite));
 
     QTRY_COMPARE_WITH_TIMEOUT(m_server.sinkState(), QStringLiteral("RUNNING"), 10000);
@@ -64,7 +66,15 @@ void TestMusicPlayback::musicPlaysUntilStopped()
     QCOMPARE(m_server.sinkState(), QStringLiteral("RUNNING"));
     QCOMPARE(failed.count(), 0);
 
+    // A panel shown again asks again; the tune goes on undisturbed.
+    QSignalSpy stopped(&player, &MusicPlayer::stopped);
+    player.play(tune);
+    QCOMPARE(started.count(), 1);
+    QCOMPARE(stopped.count(), 0);
+
     player.stop();
+    QCOMPARE(stopped.count(), 1);
+    QVERIFY(!player.isPlaying());
     QTRY_VERIFY_WITH_TIMEOUT(m_server.sinkState() != QLatin1String("RUNNING"), 10000);
 }
 
