@@ -57,63 +57,110 @@ SettingsBox::SettingsBox(QWidget *parent)
               QStringLiteral("クリックしてチェックすると、編集しているときに [文字入力] ダイアログを表示するようになります。"));
 
     for (int index = FirstThemeButton; index < RandomButton; ++index) {
-        button(index)->setIconSize(clipArtSize());
         // "マイナスイオン" stays on one line under its picture.
         button(index)->setFont(TouchTheme::captionFont(20));
     }
-    for (int index = RandomButton; index <= DesktopButton; ++index) {
-        button(index)->setIconSize(QSize(choiceIconSide(), choiceIconSide()));
-        button(index)->setPicture(ChoiceIcon::draw(index, choiceIconSide()));
-    }
-    for (int index = ShutdownButton; index <= SmartPencilButton; ++index)
+    for (int index = ShutdownButton; index <= SmartPencilButton; ++index) {
         button(index)->setToggles(true);
+        button(index)->setFont(TouchTheme::captionFont(22));
+    }
 
     auto *layout = new QVBoxLayout(this);
-    layout->setSpacing(8);
+    layout->setSpacing(6);
 
     layout->addWidget(addHeading(QStringLiteral("背景")));
-    auto *themes = new QGridLayout;
-    themes->setHorizontalSpacing(10);
-    themes->setVerticalSpacing(8);
+    auto *wallpapers = new QGridLayout;
+    wallpapers->setHorizontalSpacing(10);
+    wallpapers->setVerticalSpacing(6);
     for (int column = 0; column < Wallpaper::ThemeCount; ++column) {
-        themes->addWidget(button(FirstThemeButton + column), 0, column);
-        themes->addWidget(button(RandomButton + column), 1, column);
-        themes->setColumnStretch(column, 1);
+        wallpapers->addWidget(button(FirstThemeButton + column), 0, column);
+        wallpapers->addWidget(button(RandomButton + column), 1, column);
+        wallpapers->setColumnStretch(column, 1);
     }
-    layout->addLayout(themes);
+    layout->addLayout(wallpapers);
 
-    layout->addSpacing(4);
     layout->addWidget(addHeading(QStringLiteral("ユーザー補助")));
-    // Read from the top: the option met most often first.
-    layout->addWidget(button(SmartPencilButton));
-    layout->addWidget(button(HowToButton));
-    layout->addWidget(button(ShutdownButton));
-
-    auto *closing = new QHBoxLayout;
-    closing->addStretch(1);
-    button(CloseButton)->setMinimumWidth(200);
-    closing->addWidget(button(CloseButton));
-    layout->addLayout(closing);
+    // The check boxes read from the top, the option met most often first;
+    // the close button waits at the bottom right, beside the last of them.
+    auto *options = new QGridLayout;
+    options->setHorizontalSpacing(16);
+    options->setVerticalSpacing(6);
+    options->addWidget(button(SmartPencilButton), 0, 0);
+    options->addWidget(button(HowToButton), 1, 0);
+    options->addWidget(button(ShutdownButton), 2, 0);
+    button(CloseButton)->setMinimumWidth(180);
+    button(CloseButton)->setFont(TouchTheme::captionFont(22));
+    options->addWidget(button(CloseButton), 2, 1, Qt::AlignBottom);
+    options->setColumnStretch(0, 1);
+    layout->addLayout(options);
 
     // Until the theme pictures are loaded, each theme button shows an empty
     // frame of the picture's size, so the box never changes its size.
     for (int number = 1; number <= Wallpaper::ThemeCount; ++number)
         showThemePicture(number, QPixmap());
+    for (int index = RandomButton; index <= DesktopButton; ++index)
+        button(index)->setPicture(ChoiceIcon::draw(index, choiceIconSide()));
 
     refreshCheckMarks();
-    // The rows wrap their captions to the box's width, so the height follows
-    // from the width.
+    setPictureHeight(clipArtSize().height(), true);
     resize(DesignWidth, heightForWidth(DesignWidth));
 }
 
 QSize SettingsBox::clipArtSize()
 {
-    return QSize(128, 72);
+    return QSize(160, 90);
 }
 
 int SettingsBox::choiceIconSide()
 {
-    return 42;
+    return 60;
+}
+
+void SettingsBox::resizeEvent(QResizeEvent *event)
+{
+    TouchPanel::resizeEvent(event);
+    fitPictures();
+}
+
+void SettingsBox::showEvent(QShowEvent *event)
+{
+    TouchPanel::showEvent(event);
+    fitPictures();
+}
+
+// The rows of text keep their size (type that can be read comes first); the
+// pictures take the height that is left: the theme pictures shrink, and when
+// even that is not enough the changing backgrounds drop their small pictures.
+void SettingsBox::fitPictures()
+{
+    if (!layout())
+        return;
+    const int largest = clipArtSize().height();
+    for (const bool choiceIcons : {true, false}) {
+        const int smallest = choiceIcons ? largest * 6 / 10 : largest / 3;
+        for (int pictureHeight = largest; pictureHeight >= smallest; pictureHeight -= 3) {
+            setPictureHeight(pictureHeight, choiceIcons);
+            if (heightForWidth(width()) <= height())
+                return;
+        }
+    }
+}
+
+void SettingsBox::setPictureHeight(int pictureHeight, bool choiceIcons)
+{
+    const QSize clipArt = clipArtSize().scaled(QSize(10000, pictureHeight), Qt::KeepAspectRatio);
+    for (int index = FirstThemeButton; index < RandomButton; ++index)
+        button(index)->setIconSize(clipArt);
+    const int side = choiceIconSide() * pictureHeight / clipArtSize().height();
+    for (int index = RandomButton; index <= DesktopButton; ++index) {
+        TouchButton *choice = button(index);
+        if (choiceIcons != !choice->icon().isNull())
+            choice->setPicture(choiceIcons ? ChoiceIcon::draw(index, choiceIconSide()) : QPixmap());
+        choice->setIconSize(QSize(side, side));
+    }
+    // The nested grids keep their old heights until the layout runs again.
+    if (layout())
+        layout()->activate();
 }
 
 TouchButton *SettingsBox::addButton(int index, const QString &caption, const QString &tip)
@@ -131,7 +178,7 @@ QLabel *SettingsBox::addHeading(const QString &text)
 {
     auto *heading = new QLabel(text, this);
     heading->setObjectName(QStringLiteral("MenuBoxTopics"));
-    heading->setFont(TouchTheme::titleFont());
+    heading->setFont(TouchTheme::titleFont(24));
     QPalette palette = heading->palette();
     palette.setColor(QPalette::WindowText, TouchTheme::ink());
     heading->setPalette(palette);

@@ -60,10 +60,16 @@ public:
     // Whether theme `number` (1-5) shows its picture.
     bool hasThemePicture(int number) const;
 
-    // The size of a theme picture on its button.
+    // The full size of a theme picture on its button; the pictures shrink
+    // when the box is too low for them.
     static QSize clipArtSize();
-    // The side of the drawn pictures on the changing-background buttons.
+    // The full side of the drawn pictures on the changing-background buttons.
     static int choiceIconSide();
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
 
 signals:
     // Button 100: the box wants to be closed (the workspace goes back to the
@@ -84,6 +90,8 @@ private:
     void chooseTheme(int number);
     void chooseRotation(int type);
     void showThemePicture(int number, const QPixmap &clipArt);
+    void fitPictures();
+    void setPictureHeight(int pictureHeight, bool choiceIcons);
 
     QList<TouchButton *> m_buttons; // index 100 first
     Wallpaper *m_wallpaper = nullptr;

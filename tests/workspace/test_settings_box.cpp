@@ -51,7 +51,7 @@ public:
     explicit Screen(Wallpaper *wallpaper)
         : m_wallpaper(wallpaper)
     {
-        resize(1280, 800);
+        resize(1280, 860);
         QPalette palette;
         palette.setColor(QPalette::Window, QColor(12, 34, 56));
         setPalette(palette);
@@ -337,7 +337,7 @@ private slots:
             QCOMPARE(shown.pixelColor(shown.width() / 2, shown.height() / 2).alpha(), 255);
         }
         QCOMPARE(m_box->size(), boxSize);
-        // The changing backgrounds have drawn pictures, the check boxes none.
+        // At full size the changing backgrounds have drawn pictures, the check boxes none.
         for (int index = 106; index <= 110; ++index)
             QVERIFY(!m_box->button(index)->icon().isNull());
         for (int index = 111; index <= 113; ++index)
@@ -362,14 +362,36 @@ private slots:
         click(109);
         QVERIFY(m_box->button(109)->value());
         const QImage screen = m_screen->grab().toImage();
-        QCOMPARE(screen.size(), QSize(1280, 800));
+        QCOMPARE(screen.size(), m_screen->size());
         QVERIFY(screen.save(screenshotFolder() + QStringLiteral("/settings_box.png")));
-        // The box fits a 1024 by 768 screen, and every row has the height
-        // its captions need at the box's width.
+        // At its own size the box fits a 1024 by 768 screen.
         QVERIFY2(m_box->width() <= 1024 && m_box->height() <= 768,
                  qPrintable(QStringLiteral("%1 x %2").arg(m_box->width()).arg(m_box->height())));
+        QCOMPARE(m_box->button(101)->iconSize(), SettingsBox::clipArtSize());
+    }
+
+    // A workspace on a 1366 by 768 screen leaves the box about 1040 by 552:
+    // the pictures shrink so that every caption keeps its full height.
+    void lowBoxShrinksItsPicturesNotItsCaptions()
+    {
+        const QSize natural = m_box->size();
+        m_box->loadThemePictures();
+        click(105);
+        m_screen->resize(1366, 768);
+        m_box->resize(1040, 552);
+        m_box->move((1366 - 1040) / 2, (768 - 552) / 2);
+        QCoreApplication::processEvents();
+        QVERIFY2(m_box->heightForWidth(m_box->width()) <= m_box->height(), qPrintable(QString::number(m_box->heightForWidth(m_box->width()))));
         for (const TouchButton *button : m_box->buttons())
             QVERIFY2(button->height() >= button->heightForWidth(button->width()), qPrintable(button->caption()));
+        const QSize picture = m_box->button(101)->iconSize();
+        QVERIFY2(picture.height() >= 40 && picture.height() < SettingsBox::clipArtSize().height(),
+                 qPrintable(QString::number(picture.height())));
+        QVERIFY(m_screen->grab().toImage().save(screenshotFolder() + QStringLiteral("/settings_box_1366x768.png")));
+
+        m_box->resize(natural);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_box->button(101)->iconSize(), SettingsBox::clipArtSize());
     }
 };
 
