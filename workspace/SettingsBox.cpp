@@ -8,7 +8,6 @@
 #include "workspace/Wallpaper.h"
 
 #include <QGridLayout>
-#include <QHBoxLayout>
 #include <QImageReader>
 #include <QLabel>
 #include <QPainter>
@@ -19,6 +18,11 @@ namespace {
 // Wide enough for the five themes side by side, narrow enough for a
 // 1024 by 768 screen.
 constexpr int DesignWidth = 960;
+// The check boxes' type size as designed; the workspace may make it larger.
+constexpr int DesignTypeSize = 22;
+// Pictures are kept at twice their designed size, so that they stay sharp
+// when the box grows with its type.
+constexpr int PictureDetail = 2;
 
 QString themeTip(int number)
 {
@@ -33,7 +37,6 @@ SettingsBox::SettingsBox(QWidget *parent)
     setObjectName(QStringLiteral("MenuBoxes"));
     setIndex(100);
     setDraggable(true);
-    setAutoFillBackground(false);
 
     // The buttons exist in index order, so button(i) is a plain lookup.
     addButton(CloseButton, QStringLiteral("閉じる"), QStringLiteral("クリックすると、[設定] ウィンドウを閉じます。"));
@@ -62,7 +65,7 @@ SettingsBox::SettingsBox(QWidget *parent)
     }
     for (int index = ShutdownButton; index <= SmartPencilButton; ++index) {
         button(index)->setToggles(true);
-        button(index)->setFont(TouchTheme::captionFont(22));
+        button(index)->setFont(TouchTheme::captionFont(DesignTypeSize));
     }
 
     auto *layout = new QVBoxLayout(this);
@@ -99,7 +102,7 @@ SettingsBox::SettingsBox(QWidget *parent)
     for (int number = 1; number <= Wallpaper::ThemeCount; ++number)
         showThemePicture(number, QPixmap());
     for (int index = RandomButton; index <= DesktopButton; ++index)
-        button(index)->setPicture(ChoiceIcon::draw(index, choiceIconSide()));
+        button(index)->setPicture(ChoiceIcon::draw(index, choiceIconSide() * PictureDetail));
 
     refreshCheckMarks();
     setPictureHeight(clipArtSize().height(), true);
@@ -135,7 +138,10 @@ void SettingsBox::fitPictures()
 {
     if (!layout())
         return;
-    const int largest = clipArtSize().height();
+    // Pictures grow with the type, up to the detail they are kept in.
+    const double typeScale = qBound(1.0, TouchTheme::pixelSize(button(ShutdownButton)->font()) / double(DesignTypeSize),
+                                    double(PictureDetail));
+    const int largest = qRound(clipArtSize().height() * typeScale);
     for (const bool choiceIcons : {true, false}) {
         const int smallest = choiceIcons ? largest * 6 / 10 : largest / 3;
         for (int pictureHeight = largest; pictureHeight >= smallest; pictureHeight -= 3) {
@@ -155,7 +161,7 @@ void SettingsBox::setPictureHeight(int pictureHeight, bool choiceIcons)
     for (int index = RandomButton; index <= DesktopButton; ++index) {
         TouchButton *choice = button(index);
         if (choiceIcons != !choice->icon().isNull())
-            choice->setPicture(choiceIcons ? ChoiceIcon::draw(index, choiceIconSide()) : QPixmap());
+            choice->setPicture(choiceIcons ? ChoiceIcon::draw(index, choiceIconSide() * PictureDetail) : QPixmap());
         choice->setIconSize(QSize(side, side));
     }
     // The nested grids keep their old heights until the layout runs again.
@@ -270,14 +276,14 @@ void SettingsBox::loadThemePictures()
         // full picture down.
         const QSize full = reader.size();
         if (full.isValid())
-            reader.setScaledSize(full.scaled(clipArtSize(), Qt::KeepAspectRatioByExpanding));
+            reader.setScaledSize(full.scaled(clipArtSize() * PictureDetail, Qt::KeepAspectRatioByExpanding));
         const QImage picture = reader.read();
         if (picture.isNull())
             RuntimeLog::note("SettingsBox", QStringLiteral("%1: %2").arg(path, reader.errorString()));
         QPixmap clipArt;
         if (!picture.isNull()) {
             // Cut to the button's picture size around the middle.
-            QRect middle(QPoint(), clipArtSize());
+            QRect middle(QPoint(), clipArtSize() * PictureDetail);
             middle.moveCenter(picture.rect().center());
             clipArt = QPixmap::fromImage(picture.copy(middle));
         }
@@ -297,13 +303,13 @@ void SettingsBox::showThemePicture(int number, const QPixmap &clipArt)
         button(FirstThemeButton + number - 1)->setPicture(clipArt);
         return;
     }
-    QPixmap frame(clipArtSize());
+    QPixmap frame(clipArtSize() * PictureDetail);
     frame.fill(Qt::transparent);
     QPainter painter(&frame);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(TouchTheme::border(), 2, Qt::DashLine));
+    painter.setPen(QPen(TouchTheme::border(), 2 * PictureDetail, Qt::DashLine));
     painter.setBrush(TouchTheme::paper().darker(104));
-    painter.drawRoundedRect(QRectF(frame.rect()).adjusted(1, 1, -1, -1), 6, 6);
+    painter.drawRoundedRect(QRectF(frame.rect()).adjusted(2, 2, -2, -2), 6 * PictureDetail, 6 * PictureDetail);
     painter.end();
     button(FirstThemeButton + number - 1)->setPicture(frame);
 }

@@ -330,10 +330,10 @@ private slots:
         m_box->loadThemePictures();
         for (int index = 101; index <= 105; ++index) {
             QVERIFY(m_box->hasThemePicture(index - 100));
-            const QIcon picture = m_box->button(index)->icon();
-            QCOMPARE(picture.availableSizes().value(0), SettingsBox::clipArtSize());
-            // The picture is the middle of the theme file, not a blank frame.
-            const QImage shown = picture.pixmap(SettingsBox::clipArtSize()).toImage();
+            // The picture is the middle of the theme file, not a blank frame
+            // (whose corners are clear).
+            const QImage shown = m_box->button(index)->icon().pixmap(SettingsBox::clipArtSize()).toImage();
+            QCOMPARE(shown.pixelColor(0, 0).alpha(), 255);
             QCOMPARE(shown.pixelColor(shown.width() / 2, shown.height() / 2).alpha(), 255);
         }
         QCOMPARE(m_box->size(), boxSize);
@@ -389,6 +389,40 @@ private slots:
                  qPrintable(QString::number(picture.height())));
         QVERIFY(m_screen->grab().toImage().save(screenshotFolder() + QStringLiteral("/settings_box_1366x768.png")));
 
+        m_box->resize(natural);
+        QCoreApplication::processEvents();
+        QCOMPARE(m_box->button(101)->iconSize(), SettingsBox::clipArtSize());
+    }
+
+    // A workspace on a 1920 by 1080 screen makes all type 1.4 times larger
+    // and gives the box about 1456 by 778: the pictures grow with the type.
+    void largerTypeGivesLargerPictures()
+    {
+        const QSize natural = m_box->size();
+        m_box->resize(1040, 552);
+        QCoreApplication::processEvents();
+        const int smallScreenPicture = m_box->button(101)->iconSize().height();
+        QHash<QWidget *, QFont> designed;
+        for (QWidget *control : m_box->findChildren<QWidget *>()) {
+            designed.insert(control, control->font());
+            QFont font = control->font();
+            font.setPixelSize(qRound(font.pixelSize() * 1.4));
+            control->setFont(font);
+        }
+        m_screen->resize(1920, 1080);
+        m_box->resize(1456, 778);
+        m_box->move((1920 - 1456) / 2, (1080 - 778) / 2);
+        QCoreApplication::processEvents();
+        for (const TouchButton *button : m_box->buttons())
+            QVERIFY2(button->height() >= button->heightForWidth(button->width()), qPrintable(button->caption()));
+        const int largeScreenPicture = m_box->button(101)->iconSize().height();
+        QVERIFY2(largeScreenPicture >= smallScreenPicture * 1.3,
+                 qPrintable(QStringLiteral("%1 %2").arg(smallScreenPicture).arg(largeScreenPicture)));
+        QVERIFY(m_screen->grab().toImage().save(screenshotFolder() + QStringLiteral("/settings_box_1920x1080.png")));
+
+        for (auto it = designed.cbegin(); it != designed.cend(); ++it)
+            it.key()->setFont(it.value());
+        m_screen->resize(1280, 860);
         m_box->resize(natural);
         QCoreApplication::processEvents();
         QCOMPARE(m_box->button(101)->iconSize(), SettingsBox::clipArtSize());
