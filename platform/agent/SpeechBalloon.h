@@ -5,7 +5,8 @@
 
 // The word balloon beside the character: large, soft-coloured and easy to
 // read, with a tail that points at the character. Like the character it
-// floats above the program without taking the focus.
+// floats above the program without taking the focus; clicks go through it to
+// whatever lies below.
 class SpeechBalloon : public QWidget
 {
     Q_OBJECT
