@@ -1,0 +1,73 @@
+#pragma once
+
+#include "app/DatabaseSettings.h"
+#include "documents/DocumentRecord.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+// The document store. Every document is one text file in the document folder,
+// in code page 932 without a byte-order mark:
+//
+//     "title",#yyyy-mm-dd hh:mm:ss#      (CR LF; "#yyyy-mm-dd#" at midnight)
+//     the first box's rich text          (CR LF, never wrapped)
+//
+// Only the title, the save time and the text of box 1 on page 1 are kept; the
+// rest of a loaded record takes the blank document's values. No operation
+// reports an error: a failing step is noted in the runtime log and skipped.
+class Database
+{
+public:
+    // Open modes.
+    static constexpr qint16 Sequential = 2;
+    // Binary with the whole file locked. No document flow uses it and its
+    // byte layout is not fixed, so it is refused: saving writes nothing and
+    // loading gives the blank document.
+    static constexpr qint16 Binary = 4;
+    // Added to a mode: after saving, the file is made read-only and hidden.
+    static constexpr qint16 ReadOnlyHidden = 1;
+
+    // ListDocuments flags.
+    static constexpr qint32 OnlyReadOnlyOrHidden = 1;
+    static constexpr qint32 OnlyText = 2;        // *.TXT; wins over OnlyDocument
+    static constexpr qint32 OnlyDocument = 4;    // *.Document
+
+    // The template number of the blank document, the only one the store knows.
+    static constexpr qint16 BlankTemplate = 1000;
+
+    // The blank printer set-up, page and box.
+    static DocumentRecord NewDocument(qint16 templateNumber);
+
+    // The document in a file; the blank document when the file cannot be read.
+    // A header that does not parse keeps the blank values of the fields that
+    // failed, and the lines after it still become the text.
+    static DocumentRecord LoadDocument(const QString &path, qint16 mode);
+
+    // Writes the document beside the old file and moves it over the old one
+    // only once it is complete on disk, so that a crash, a full disk or a
+    // killed process leaves either the old or the new document whole. A file
+    // that is read-only is left as it is, as the system refuses to replace it.
+    static void SaveDocument(const QString &path, const DocumentRecord &record, qint16 mode);
+
+    // Full paths of the files in the document folder, in the order the file
+    // system gives them, read-only and hidden files included.
+    static QStringList ListDocuments(qint32 flags);
+
+    // What the recent-documents list shows of a document, read from the head of
+    // the file alone: the same title and time LoadDocument gives.
+    struct Header
+    {
+        QString DocumentTitle;
+        QDateTime Timestamp;
+    };
+    static Header ReadHeader(const QString &path);
+
+    // The file of a new document saved at the given time: the document folder,
+    // "/", the time as "yyyymmddhhnnss" and ".TXT". Two saves in one second
+    // get the same name, and the second replaces the first.
+    static QString NewFileName(const QDateTime &saveTime);
+
+    static DatabaseSettings LoadDatabaseSettings();
+    static void SaveDatabaseSettings(const DatabaseSettings &settings);
+};
