@@ -61,10 +61,21 @@ int MyApp::Main(int argc, char **argv)
     QApplication::setApplicationName(QString::fromLatin1(SettingsStore::ApplicationName));
     QApplication::setOverrideCursor(Qt::WaitCursor);
 
+    // The session may end while the windows still load; the request is kept
+    // until there is a window to close the orderly way.
+    TerminationWatcher termination;
+    bool terminationPending = false;
+    QPointer<Workspace> workspace;
+    QObject::connect(&termination, &TerminationWatcher::terminationRequested, &application, [&] {
+        if (workspace)
+            workspace->close();
+        else
+            terminationPending = true;
+    });
+
     ErrorTrap::run("Main: load settings", [] { SettingsStore::Load(); });
     RuntimeLog::start();
 
-    QPointer<Workspace> workspace;
     if (InstanceGuard::claim()) {
         Title *title = nullptr;
         ErrorTrap::run("Main: splash", [&] {
@@ -113,12 +124,8 @@ int MyApp::Main(int argc, char **argv)
     ErrorTrap::run("Main: start", [&] { workspace->Start(); });
     // The program ends with its last window.
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
-    // The session ending closes the window the orderly way, saving everything.
-    TerminationWatcher termination;
-    QObject::connect(&termination, &TerminationWatcher::terminationRequested, workspace, [&workspace] {
-        if (workspace)
-            workspace->close();
-    });
+    if (terminationPending)
+        QMetaObject::invokeMethod(workspace, &QWidget::close, Qt::QueuedConnection);
     const int status = QApplication::exec();
     delete workspace;
     return status;

@@ -7,7 +7,10 @@ function(lantern_library name folder)
        ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h
        ${CMAKE_SOURCE_DIR}/${folder}/*.qrc)
   foreach(excluded IN LISTS ARG_EXCLUDE)
-    list(REMOVE_ITEM sources ${CMAKE_SOURCE_DIR}/${folder}/${excluded})
+    # The header goes too: its moc code would otherwise land in the library
+    # and pull in the class that only the excluded source defines.
+    string(REGEX REPLACE "\\.cpp$" ".h" excluded_header ${excluded})
+    list(REMOVE_ITEM sources ${CMAKE_SOURCE_DIR}/${folder}/${excluded} ${CMAKE_SOURCE_DIR}/${folder}/${excluded_header})
   endforeach()
   add_library(${name} STATIC ${sources})
   target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR})

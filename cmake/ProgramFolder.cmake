@@ -18,3 +18,35 @@ if(QHELPGENERATOR)
   add_custom_target(help_book ALL DEPENDS ${LANTERN_PROGRAM_DIR}/LANTERN.qhc)
   add_dependencies(lantern help_book)
 endif()
+
+# The private-character font, drawn by a FontForge script.
+find_program(SYSTEM_PYTHON python3 PATHS /usr/bin NO_DEFAULT_PATH)
+if(SYSTEM_PYTHON)
+  execute_process(COMMAND ${SYSTEM_PYTHON} -c "import fontforge" RESULT_VARIABLE fontforge_missing
+                  OUTPUT_QUIET ERROR_QUIET)
+endif()
+if(SYSTEM_PYTHON AND NOT fontforge_missing)
+  set(userfont ${LANTERN_PROGRAM_DIR}/SKIN/USERFONT/EUDC.TTE)
+  add_custom_command(
+    OUTPUT ${userfont}
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${LANTERN_PROGRAM_DIR}/SKIN/USERFONT
+    COMMAND ${SYSTEM_PYTHON} ${CMAKE_SOURCE_DIR}/assets/make_userfont.py ${userfont} > /dev/null 2>&1
+    DEPENDS ${CMAKE_SOURCE_DIR}/assets/make_userfont.py
+    COMMENT "Drawing the private-character font")
+  add_custom_target(userfont ALL DEPENDS ${userfont})
+  add_dependencies(lantern userfont)
+else()
+  message(WARNING "python3-fontforge is missing: the private-character font is not built")
+endif()
+
+# Pictures, sounds and the tune of the skin, drawn and composed by a program.
+add_executable(make_skin programs/make_skin.cpp)
+target_link_libraries(make_skin PRIVATE Qt6::Gui)
+set_target_properties(make_skin PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/programs)
+add_custom_command(
+  OUTPUT ${LANTERN_PROGRAM_DIR}/SKIN/WELCOME.BMP
+  COMMAND make_skin ${LANTERN_PROGRAM_DIR}/SKIN
+  DEPENDS make_skin
+  COMMENT "Drawing the skin")
+add_custom_target(skin ALL DEPENDS ${LANTERN_PROGRAM_DIR}/SKIN/WELCOME.BMP)
+add_dependencies(lantern skin)

@@ -4,17 +4,19 @@
 set -euo pipefail
 
 if [ -z "${DISPLAY:-}" ]; then
-  for n in $(seq 90 130); do
-    [ -e "/tmp/.X11-unix/X$n" ] || [ -e "/tmp/.X$n-lock" ] || { display=":$n"; break; }
-  done
-  Xvfb "$display" -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
+  # Xvfb picks a free display number itself and writes it to us, so that
+  # several sessions started at once never share a screen.
+  number_file=$(mktemp)
+  exec 3>"$number_file"
+  Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
   xvfb_pid=$!
-  trap 'kill $xvfb_pid 2>/dev/null || true' EXIT
-  for _ in $(seq 1 100); do
-    [ -e "/tmp/.X11-unix/X${display#:}" ] && break
+  exec 3>&-
+  trap 'kill $xvfb_pid 2>/dev/null || true; rm -f "$number_file"' EXIT
+  for _ in $(seq 1 200); do
+    [ -s "$number_file" ] && break
     sleep 0.05
   done
-  export DISPLAY="$display"
+  export DISPLAY=":$(tr -d '[:space:]' < "$number_file")"
 fi
 
 if [ -z "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then

@@ -11,6 +11,8 @@ export XDG_STATE_HOME="$HOME/.local/state"
 export XDG_CACHE_HOME="$HOME/.cache"
 mkdir -p "$XDG_CONFIG_HOME" "$XDG_DATA_HOME" "$XDG_STATE_HOME" "$XDG_CACHE_HOME"
 export LANTERN_TEST_ROOT="$root"
+# No test may ever switch the machine off: power requests are only written down.
+export LANTERN_POWER_CONTROL="record:$root/power-requests.log"
 # Widget suites draw off screen unless a test asks for the real display.
 export QT_QPA_PLATFORM="${LANTERN_TEST_QPA:-offscreen}"
 unset WINDIR

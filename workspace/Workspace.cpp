@@ -1,4 +1,7 @@
 #include "workspace/Workspace.h"
+#include "app/Globals.h"
+#include "app/PowerOff.h"
+#include "app/PrivateCharacters.h"
 #include "app/SettingsStore.h"
 #include "platform/ErrorTrap.h"
 #include "tools/InfoDlg.h"
@@ -13,6 +16,16 @@ Workspace::Workspace(QWidget *parent)
 {
     setWindowTitle(QString::fromLatin1(SettingsStore::ApplicationName));
     setObjectName(QStringLiteral("Workspace"));
+
+    // The font-link guard: link once; a run that ended without unloading left
+    // the flag set and the link in force.
+    ErrorTrap::run("Workspace::Load: private characters", [this] {
+        m_linkedFontNow = !SettingsStore::Runtime();
+        if (m_linkedFontNow) {
+            SettingsStore::SetRuntime(true);
+            PrivateCharacters::Link(true);
+        }
+    });
 }
 
 Workspace::~Workspace()
@@ -68,6 +81,13 @@ void Workspace::Unload()
     m_unloaded = true;
     if (m_infoDlg)
         m_infoDlg->close();
-    ErrorTrap::run("Workspace::Unload", [] { SettingsStore::Save(); });
+    ErrorTrap::run("Workspace::Unload: private characters", [] {
+        if (SettingsStore::Runtime()) {
+            PrivateCharacters::Link(false);
+            SettingsStore::SetRuntime(false);
+        }
+    });
+    ErrorTrap::run("Workspace::Unload: save settings", [] { SettingsStore::Save(); });
+    ErrorTrap::run("Workspace::Unload: power", [] { PowerOff::QuitRoutine(Globals::ShutdownOnQuit); });
     emit unloaded();
 }

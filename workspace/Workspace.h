@@ -37,4 +37,5 @@ private:
     InfoDlg *m_infoDlg = nullptr;
     Printing *m_printing = nullptr;
     bool m_unloaded = false;
+    bool m_linkedFontNow = false;
 };

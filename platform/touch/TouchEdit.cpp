@@ -29,19 +29,22 @@ void TouchEdit::applyLook()
         return;
     m_lookPixelSize = px;
     const int radius = qMax(6, px / 2);
+    // Colours go through the palette: a style-sheet colour would also paint
+    // the prompt, only paler, and the prompt has a colour of its own.
     setStyleSheet(QStringLiteral(
-        "TouchEdit { background: #FFFFFF; color: %1; border: 2px solid %2; border-radius: %3px;"
-        " padding: %4px %5px; selection-background-color: %6; selection-color: #FFFFFF; }"
-        "TouchEdit:hover { border-color: %6; }"
-        "TouchEdit:focus { border: 3px solid %7; background: #FFFEF8; }"
-        "TouchEdit:disabled { background: %8; color: %9; }")
-        .arg(TouchTheme::ink().name(), TouchTheme::border().name())
+        "TouchEdit { background: #FFFFFF; border: 2px solid %1; border-radius: %2px;"
+        " padding: %3px %4px; selection-background-color: %5; selection-color: #FFFFFF; }"
+        "TouchEdit:hover { border-color: %5; }"
+        "TouchEdit:focus { border: 3px solid %6; background: #FFFEF8; }"
+        "TouchEdit:disabled { background: %7; }")
+        .arg(TouchTheme::border().name())
         .arg(radius)
         .arg(qMax(4, px / 4))
         .arg(qMax(6, px / 2))
-        .arg(TouchTheme::accent().name(), TouchTheme::accentDark().name(),
-             TouchTheme::disabledFace().name(), TouchTheme::inkDisabled().name()));
+        .arg(TouchTheme::accent().name(), TouchTheme::accentDark().name(), TouchTheme::disabledFace().name()));
     QPalette colours = palette();
+    colours.setColor(QPalette::Text, TouchTheme::ink());
+    colours.setColor(QPalette::Disabled, QPalette::Text, TouchTheme::inkDisabled());
     colours.setColor(QPalette::PlaceholderText, TouchTheme::promptInk());
     setPalette(colours);
 }

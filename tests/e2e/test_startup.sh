@@ -14,12 +14,14 @@ start_and_close() {
   "$program" "$@" 2>>"$LANTERN_TEST_ROOT/stderr.log" &
   local pid=$!
   if ! wait_for_window "$title" 20 >/dev/null; then
+    echo "  no window within 20 s; running: $(kill -0 "$pid" 2>/dev/null && echo yes || echo no)"
+    tail -n 5 "$LANTERN_TEST_ROOT/stderr.log" | sed 's/^/  | /'
     kill -9 "$pid" 2>/dev/null
     return 1
   fi
   kill -TERM "$pid"
-  wait_for_exit "$pid" 10 || { kill -9 "$pid"; return 1; }
-  wait "$pid"
+  wait_for_exit "$pid" 10 || { echo "  still running 10 s after SIGTERM"; kill -9 "$pid"; return 1; }
+  wait "$pid" || { echo "  ended with status $?"; return 1; }
 }
 
 # /C and /CLR delete the tree and end without a window: with no display at
@@ -41,11 +43,26 @@ for line in " /C" "/c" "/C x"; do
   check "\"$line\" keeps the settings" grep -q '^Shutdown=True$' "$settings"
 done
 
+# With "Shutdown" on, quitting placed the start-up link and asked for the
+# power-off of this kernel's row (recorded, never carried out).
+entry="$XDG_CONFIG_HOME/autostart/Fernwick Nib 2007.desktop"
+check "the start-up link starts lantern" grep -qF "Exec=\"$program\"" "$entry"
+kernel=$(uname -r | cut -d. -f1)
+case "$kernel" in
+  6) expected=powerOff ;;
+  [7-9]|[1-9][0-9]) expected=logOff ;;
+  *) expected="" ;;
+esac
+if [ -n "$expected" ]; then
+  check "each quit asked for \"$expected\"" test "$(grep -c "^$expected\$" "$LANTERN_TEST_ROOT/power-requests.log")" -eq 3
+fi
+
 # A normal start writes every setting back when the window closes.
 rm -f "$settings"
 check "a plain start shows the window" start_and_close
 check "closing saves the defaults" grep -q '^Music=True$' "$settings"
 check "closing records the program folder" grep -qF "Path=$LANTERN_PROGRAM_DIR" "$settings"
+check "with \"Shutdown\" off the start-up link is gone" test ! -e "$entry"
 
 # A second copy shows nothing and ends at once.
 "$program" 2>>"$LANTERN_TEST_ROOT/stderr.log" &

@@ -1,6 +1,7 @@
 #include "platform/vb/VbConvert.h"
 #include "platform/vb/VbError.h"
 #include "platform/vb/VbFormat.h"
+#include "platform/vb/VbLike.h"
 #include "platform/vb/VbStrConv.h"
 
 #include <QTest>
@@ -79,6 +80,33 @@ private slots:
     {
         QFETCH(QString, text);
         QTEST(VbStrConv::properCase(text), "expected");
+    }
+
+    void likePatterns_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<bool>("matches");
+        QTest::newRow("star") << "/opt/lantern/SKIN/A.TTE" << "/opt/lantern/*" << true;
+        QTest::newRow("other folder") << "/usr/share/fonts/A.TTE" << "/opt/lantern/*" << false;
+        QTest::newRow("case-sensitive") << "/OPT/lantern/x" << "/opt/lantern/*" << false;
+        QTest::newRow("question mark") << "{A778E061-A936}" << "{[Aa]778[Ee]06?-[Aa]936}" << true;
+        QTest::newRow("list, lower case") << "{a778e060-a936}" << "{[Aa]778[Ee]06?-[Aa]936}" << true;
+        QTest::newRow("question mark needs a character") << "{A778E06-A936}" << "{[Aa]778[Ee]06?-[Aa]936}" << false;
+        QTest::newRow("digit") << "ab5" << "ab#" << true;
+        QTest::newRow("not a digit") << "abc" << "ab#" << false;
+        QTest::newRow("negated list") << "b" << "[!a]" << true;
+        QTest::newRow("range") << "m" << "[a-z]" << true;
+        QTest::newRow("folder with brackets is a pattern") << "/x/[1]/f" << "/x/[1]/*" << false;
+        QTest::newRow("unclosed list") << "a" << "[a" << false;
+        QTest::newRow("empty") << "" << "*" << true;
+    }
+
+    void likePatterns()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, pattern);
+        QTEST(VbLike::match(text, pattern), "matches");
     }
 
     void onOffFormat()
