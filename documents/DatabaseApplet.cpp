@@ -196,6 +196,16 @@ QVariant DatabaseApplet::Update(const QString &command, const QVariant &)
     return QVariant();
 }
 
+void DatabaseApplet::setRecord(DocumentRecord *record)
+{
+    m_unsaved.clear();
+    m_recordText.clear();
+    Applet::setRecord(record);
+    // The screen shows the new contents at once.
+    if (Document() == WordProcessorKind)
+        showPage(1);
+}
+
 void DatabaseApplet::syncRecord()
 {
     m_idleSync.stop();
@@ -214,9 +224,13 @@ void DatabaseApplet::syncRecord()
         WordProcessor *box = WordProcessors(index);
         if (index < 1 || !box || index > page.Items.size())
             continue;
+        QString &text = page.item(index).Text;
+        if (!m_recordText.contains(index) || m_recordText.value(index) != text)
+            continue; // replaced by the host: the screen is the stale one
         // Colour tables and underlines are taken out of the source as well;
         // the box itself holds none by now, so it needs no reloading.
-        page.item(index).Text = RichTextCleanup::clean(RichTextCodec::write(box->document()));
+        text = RichTextCleanup::clean(RichTextCodec::write(box->document()));
+        m_recordText.insert(index, text);
     }
     m_unsaved.clear();
 }
@@ -251,6 +265,7 @@ void DatabaseApplet::showPage(int number)
             box->setEnabled(qint16(~item.Flags1) != 0);
             if (!item.Text.isEmpty())
                 RichTextCodec::read(item.Text, box->document());
+            m_recordText.insert(index, item.Text);
             const bool cleaned = box->cleanUpNow();
             box->document()->clearUndoRedoStacks();
             // The record already holds this text, unless the clean-up changed it.
@@ -373,6 +388,7 @@ void DatabaseApplet::closeShownBoxes()
     m_wordProcessors.resize(1);
     m_spreadSheets.resize(1);
     m_unsaved.clear();
+    m_recordText.clear();
     m_shownPage = 0;
 }
 

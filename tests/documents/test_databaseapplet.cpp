@@ -69,6 +69,7 @@ private slots:
     void pastedHtmlArrivesPlain();
     void pastedRtfArrivesPlain();
     void recordHoldsWhatTheScreenShows();
+    void revertedRecordIsNotOverwrittenByTheScreen();
     void japaneseFromTheInputMethodReachesTheRecord();
     void zoomThereAndBackLeavesEveryControlInPlace();
     void zoomUndoesTheOldZoomWithARoundedPercentage();
@@ -404,6 +405,33 @@ void TestDatabaseApplet::recordHoldsWhatTheScreenShows()
     QTest::keyClicks(box, QStringLiteral("!"));
     m_applet->setDocument(0);
     QVERIFY(m_record.page(1).item(1).Text.contains(QLatin1String("keepsakes!")));
+}
+
+void TestDatabaseApplet::revertedRecordIsNotOverwrittenByTheScreen()
+{
+    DocumentRecord record = blankRecord();
+    record.page(1).item(1).Text = QStringLiteral("{\\rtf1\\ansi saved\\par}");
+    open(record);
+    WordProcessor *box = firstBox();
+    clickInto(box);
+    QTest::keyClick(box, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClicks(box, QStringLiteral(" and edited"));
+
+    // The host reverts: the stored document goes back into the same record,
+    // then the view is closed (saving) and opened again.
+    m_record = record;
+    m_applet->setRecord(&m_record);
+    QCOMPARE(firstBox()->toPlainText(), QStringLiteral("saved"));
+    m_applet->setDocument(0);
+    QCOMPARE(m_record.page(1).item(1).Text, QStringLiteral("{\\rtf1\\ansi saved\\par}"));
+
+    // Even a host that does not say so keeps its reverted text.
+    open(record);
+    clickInto(firstBox());
+    QTest::keyClicks(firstBox(), QStringLiteral("more "));
+    m_record.page(1).item(1).Text = QStringLiteral("{\\rtf1\\ansi other\\par}");
+    m_applet->setDocument(0);
+    QCOMPARE(m_record.page(1).item(1).Text, QStringLiteral("{\\rtf1\\ansi other\\par}"));
 }
 
 void TestDatabaseApplet::japaneseFromTheInputMethodReachesTheRecord()
