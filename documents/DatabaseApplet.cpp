@@ -49,6 +49,8 @@ double toCurrency(const QVariant &value)
 constexpr int IdleSyncMilliseconds = 1000;
 
 constexpr int DefaultPointSize = 12;
+// Room kept around the caret when the page scrolls to it, in pixels.
+constexpr int CaretMargin = 48;
 constexpr int GridRows = 20;
 constexpr int GridColumns = 8;
 
@@ -68,7 +70,6 @@ DatabaseApplet::DatabaseApplet(QWidget *parent)
     m_scrollArea->viewport()->setAutoFillBackground(false);
     m_sheet->setAutoFillBackground(false);
     m_scrollArea->setWidget(m_sheet);
-    m_scrollArea->setStyleSheet(QStringLiteral("QScrollArea { background: transparent; }"));
 
     // The patterns the placed boxes are made from; they never show.
     auto *wordPattern = new WordProcessor(m_sheet->paper());
@@ -404,8 +405,11 @@ WordProcessor *DatabaseApplet::newWordProcessor(int index)
         m_wordProcessors.resize(index + 1);
     m_wordProcessors[index] = box;
     connect(box, &WordProcessor::edited, this, [this, index] { boxEdited(index); });
-    // The side bar follows the caret into another paragraph.
-    connect(box, &QTextEdit::cursorPositionChanged, this, [this] {
+    connect(box, &QTextEdit::cursorPositionChanged, this, [this, box] {
+        // The page scrolls along with the caret, and the side bar follows it
+        // into another paragraph.
+        const QPoint caret = box->viewport()->mapTo(m_sheet, box->cursorRect().center());
+        m_scrollArea->ensureVisible(caret.x(), caret.y(), CaretMargin, CaretMargin);
         if (!m_settingProperty)
             raiseChange(true, QStringLiteral("All Properties"));
     });

@@ -13,6 +13,8 @@
 #include <QClipboard>
 #include <QInputMethodEvent>
 #include <QMimeData>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -70,6 +72,7 @@ private slots:
     void pastedRtfArrivesPlain();
     void recordHoldsWhatTheScreenShows();
     void revertedRecordIsNotOverwrittenByTheScreen();
+    void thePageScrollsToTheCaret();
     void japaneseFromTheInputMethodReachesTheRecord();
     void zoomThereAndBackLeavesEveryControlInPlace();
     void zoomUndoesTheOldZoomWithARoundedPercentage();
@@ -432,6 +435,24 @@ void TestDatabaseApplet::revertedRecordIsNotOverwrittenByTheScreen()
     m_record.page(1).item(1).Text = QStringLiteral("{\\rtf1\\ansi other\\par}");
     m_applet->setDocument(0);
     QCOMPARE(m_record.page(1).item(1).Text, QStringLiteral("{\\rtf1\\ansi other\\par}"));
+}
+
+void TestDatabaseApplet::thePageScrollsToTheCaret()
+{
+    m_applet->resize(900, 500);
+    open(blankRecord());
+    WordProcessor *box = firstBox();
+    clickInto(box);
+    auto *area = m_applet->findChild<QScrollArea *>();
+    QVERIFY(area);
+    QCOMPARE(area->verticalScrollBar()->value(), 0);
+    for (int line = 0; line < 30; ++line)
+        QTest::keyClick(box, Qt::Key_Return);
+    QTest::keyClicks(box, QStringLiteral("bottom"));
+    // The caret's line is inside the visible part of the page.
+    const QPoint caret = box->viewport()->mapTo(area->viewport(), box->cursorRect().center());
+    QVERIFY(area->verticalScrollBar()->value() > 0);
+    QVERIFY2(area->viewport()->rect().contains(caret), qPrintable(QStringLiteral("%1,%2").arg(caret.x()).arg(caret.y())));
 }
 
 void TestDatabaseApplet::japaneseFromTheInputMethodReachesTheRecord()
