@@ -41,8 +41,10 @@ QWidget *Applet::ActiveCtrl() const
 void Applet::Load()
 {
     m_innerScaleSet = false;
-    for (QWidget *control : AllCtrls())
+    for (QWidget *control : AllCtrls()) {
         ControlScaler::scale(control, 0);
+        watchInput(control);
+    }
     m_innerScaleSet = true;
     m_host = nullptr;
     for (QWidget *widget = parentWidget(); widget && !m_host; widget = widget->parentWidget())

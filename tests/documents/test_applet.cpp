@@ -7,6 +7,7 @@
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
 
+#include <QLineEdit>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -23,6 +24,7 @@ private slots:
     void keyCheckPutsTouchEditIntoHiragana();
     void keyCheckLeavesOtherControlsAlone();
     void printingDefineHandsTheCodesOverInOrder();
+    void keysAndClicksReachTheHostOnlyInKind10();
 };
 
 void TestApplet::loadAndReloadTakeTheHostsObjects()
@@ -196,6 +198,29 @@ void TestApplet::printingDefineHandsTheCodesOverInOrder()
     QCOMPARE(printer->printQuality(), -4);
     QCOMPARE(printer->copies(), 3);
     QCOMPARE(printer->zoom(), 150);
+}
+
+void TestApplet::keysAndClicksReachTheHostOnlyInKind10()
+{
+    AppletTestHost host;
+    auto *applet = new Applet(&host);
+    auto *edit = new QLineEdit(applet);
+    host.show();
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    applet->Load();
+    QList<qint32> codes;
+    connect(applet, &Applet::keyOrPointer, this, [&](qint32 &code, bool &) { codes.append(code); });
+
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_Q);
+    QVERIFY(codes.isEmpty());
+
+    applet->setDocument(10);
+    QTest::mouseClick(edit, Qt::RightButton);
+    QTest::keyClick(edit, Qt::Key_Q);
+    QCOMPARE(codes, QList<qint32>({qint32(Qt::RightButton), qint32(Qt::Key_Q)}));
+    QCOMPARE(edit->text(), QStringLiteral("qq"));
 }
 
 QTEST_MAIN(TestApplet)
