@@ -10,10 +10,10 @@
 #include <QEvent>
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScreen>
-#include <QStackedWidget>
 #include <QTextEdit>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -45,6 +45,52 @@ bool inRange(int value, int low, int high)
     return value >= low && value <= high;
 }
 
+// The calculator keys: the text each one gives, and its caption.
+struct NumKey
+{
+    const char16_t *text;
+    const char16_t *caption;
+};
+
+const NumKey NumKeyTable[20] = {
+    {u"0", u"0"}, {u"1", u"1"}, {u"2", u"2"}, {u"3", u"3"}, {u"4", u"4"}, {u"5", u"5"}, {u"6", u"6"},
+    {u"7", u"7"}, {u"8", u"8"}, {u"9", u"9"}, {u".", u"."}, {u"\b", u"←"}, {u"C", u"C"},
+    {u"+", u"＋"}, {u"-", u"－"}, {u"*", u"×"}, {u"/", u"÷"}, {u"=", u"＝"}, {u"%", u"%"}, {u"±", u"±"},
+};
+
+// Where the calculator keys stand: five rows of four.
+const int NumKeyGrid[5][4] = {
+    {12, 11, 18, 16}, {7, 8, 9, 15}, {4, 5, 6, 14}, {1, 2, 3, 13}, {0, 10, 19, 17},
+};
+
+// A number in the format "0%": times one hundred, rounded half away from
+// zero to a whole number, with a percent sign.
+QString percentText(const Decimal &value)
+{
+    const QString digits = (value * Decimal(100)).toString();
+    const bool negative = digits.startsWith(u'-');
+    const QString plain = negative ? digits.mid(1) : digits;
+    const qsizetype point = plain.indexOf(u'.');
+    QString whole = point < 0 ? plain : plain.left(point);
+    if (point >= 0 && point + 1 < plain.size() && plain.at(point + 1) >= u'5')
+        whole = (Decimal::fromText(whole) + Decimal(1)).toString();
+    const bool zero = whole.count(u'0') == whole.size();
+    return (negative && !zero ? QStringLiteral("-") : QString()) + whole + u'%';
+}
+
+// A currency amount as the runtime writes it: no trailing zeros.
+QString moneyText(const Currency &amount)
+{
+    QString text = amount.toString();
+    if (text.contains(u'.')) {
+        while (text.endsWith(u'0'))
+            text.chop(1);
+        if (text.endsWith(u'.'))
+            text.chop(1);
+    }
+    return text;
+}
+
 } // namespace
 
 InfoDlg::InfoDlg(QWidget *parent)
@@ -56,15 +102,16 @@ InfoDlg::InfoDlg(QWidget *parent)
 
     m_keys.loadSettings(KeyTable::installedTable());
 
-    m_pages = new QStackedWidget(this);
-    auto *characterPage = new QWidget;
-    buildCharacterPage(characterPage);
-    m_pages->addWidget(new QWidget);   // the calculator pad
-    m_pages->addWidget(characterPage);
-    m_pages->setCurrentIndex(CharacterMode);
+    m_characterPage = new QWidget;
+    buildCharacterPage(m_characterPage);
+    m_calculatorPage = new QWidget;
+    buildCalculatorPage(m_calculatorPage);
+    m_calculatorPage->hide();
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
-    layout->addWidget(m_pages);
+    layout->setSizeConstraint(QLayout::SetFixedSize);
+    layout->addWidget(m_calculatorPage);
+    layout->addWidget(m_characterPage);
 
     // Large enough to read, small enough for the pads to fit on the screen.
     const QScreen *screen = QGuiApplication::primaryScreen();
@@ -141,6 +188,112 @@ void InfoDlg::buildCharacterPage(QWidget *page)
     setPad(KeyTable::Hiragana);
 }
 
+void InfoDlg::buildCalculatorPage(QWidget *page)
+{
+    DisplayDigit = new QLabel;
+    DisplayDigit->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    DisplayDigit->setFrameShape(QFrame::Panel);
+    DisplayDigit->setFrameShadow(QFrame::Sunken);
+    DisplayDigit->setAutoFillBackground(true);
+    DisplayDigit->setBackgroundRole(QPalette::Base);
+    auto *grid = new QGridLayout;
+    grid->setSpacing(2);
+    grid->setSizeConstraint(QLayout::SetFixedSize);
+    NumKeys.resize(20);
+    for (int index = 0; index < 20; ++index) {
+        auto *button = new QToolButton;
+        button->setText(QString::fromUtf16(NumKeyTable[index].caption));
+        button->setAccessibleName(button->text());
+        button->setFocusPolicy(Qt::NoFocus);
+        connect(button, &QToolButton::clicked, this, [this, index] { NumKeys_Click(index); });
+        NumKeys[index] = button;
+    }
+    for (int row = 0; row < 5; ++row)
+        for (int column = 0; column < 4; ++column)
+            grid->addWidget(NumKeys[NumKeyGrid[row][column]], row, column);
+    auto *layout = new QVBoxLayout(page);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(DisplayDigit);
+    layout->addLayout(grid);
+
+    connect(&m_calculator, &Calculator::Change, this, &InfoDlg::Calculator_Change);
+    m_calculator.Clear();
+    showDisplay(m_calculator.Text(), QString());
+}
+
+void InfoDlg::showDisplay(const QString &first, const QString &second)
+{
+    DisplayDigit->setText(first + QStringLiteral("\r\n") + second);
+}
+
+void InfoDlg::NumKeys_Click(int index)
+{
+    if (!inRange(index, 0, 19))
+        return;
+    const QString key = QString::fromUtf16(NumKeyTable[index].text);
+    try {
+        if (index <= 11) {
+            m_calculator.SetText(key.left(1));
+            // The pending operator stays on the second line while a number is typed.
+            showDisplay(m_calculator.Text(), DisplayDigit->text().section(QStringLiteral("\r\n"), 1));
+        } else if (index == 12) {
+            m_calculator.Clear();
+            showDisplay(m_calculator.Text(), QString());
+        } else if (index <= 17) {
+            m_calculator.Eval(key.left(1));
+            showDisplay(m_calculator.Text(), key.left(1));
+        } else if (index == 18) {
+            const Decimal percent = m_calculator.EvalPercent();
+            DisplayDigit->setText(DisplayDigit->text() + percentText(percent));
+        } else {
+            // Sign change: the pending operation first, then times minus one.
+            m_transferSuppressed = true;
+            m_calculator.Eval(QStringLiteral("*"));
+            m_calculator.SetText(QStringLiteral("-1"));
+            m_calculator.Eval(QStringLiteral("="));
+            m_transferSuppressed = false;
+            Calculator_Change();
+            showDisplay(m_calculator.Text(), QString());
+        }
+    } catch (const VbError &) {
+        m_transferSuppressed = false;
+        showDisplay(QStringLiteral("E"), QString());
+    }
+}
+
+void InfoDlg::Calculator_Change()
+{
+    if (m_transferSuppressed || !(m_options & TransferResults))
+        return;
+    transferResult();
+}
+
+void InfoDlg::transferResult()
+{
+    Currency amount = m_calculator.Money();
+    QWidget *focus = QApplication::focusWidget();
+    if (!isTextControl(focus)) {
+        emit ResultTransfer(amount);
+        return;
+    }
+    const QString text = moneyText(amount);
+    QLineEdit *line = qobject_cast<QLineEdit *>(focus);
+    if (auto *combo = qobject_cast<QComboBox *>(focus))
+        line = combo->lineEdit();
+    if (line) {
+        line->selectAll();
+        line->insert(text);
+    } else if (auto *rich = qobject_cast<QTextEdit *>(focus)) {
+        QTextCursor cursor = rich->textCursor();
+        cursor.select(QTextCursor::Document);
+        cursor.insertText(text);
+    } else if (auto *plain = qobject_cast<QPlainTextEdit *>(focus)) {
+        QTextCursor cursor = plain->textCursor();
+        cursor.select(QTextCursor::Document);
+        cursor.insertText(text);
+    }
+}
+
 void InfoDlg::setPadScale(double scale)
 {
     m_scale = scale;
@@ -151,11 +304,20 @@ void InfoDlg::setPadScale(double scale)
         button->setFont(font);
         button->setMinimumSize(qRound(34 * scale), qRound(24 * scale));
     }
+    for (QAbstractButton *button : NumKeys) {
+        QFont font = button->font();
+        font.setPixelSize(qRound(14 * scale));
+        button->setFont(font);
+        button->setFixedSize(qRound(40 * scale), qRound(30 * scale));
+    }
+    QFont displayFont = DisplayDigit->font();
+    displayFont.setPixelSize(qRound(14 * scale));
+    DisplayDigit->setFont(displayFont);
+    DisplayDigit->setMinimumHeight(qRound(44 * scale));
     Numpad->setScale(scale);
     for (KeypadView *view : Keypads)
         if (view)
             view->setScale(scale);
-    resize(sizeHint());
 }
 
 void InfoDlg::Reload()
@@ -170,7 +332,10 @@ void InfoDlg::Reload()
 
 void InfoDlg::Begin(qint16 mode)
 {
-    m_pages->setCurrentIndex(mode == CalculatorMode ? CalculatorMode : CharacterMode);
+    // Only the pad shown takes room: the dialog fits it.
+    m_calculatorPage->setVisible(mode == CalculatorMode);
+    m_characterPage->setVisible(mode != CalculatorMode);
+    layout()->activate();
     resize(sizeHint());
     show();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tools/Calculator.h"
 #include "tools/IME.h"
 #include "tools/KeyTable.h"
 
@@ -9,7 +10,7 @@
 
 class KeypadView;
 class QAbstractButton;
-class QStackedWidget;
+class QLabel;
 
 // The floating tool dialog: the character-input pad (number pad, five
 // character pads, command buttons) and the calculator pad. It floats above
@@ -55,6 +56,11 @@ public:
     // Indexed 0 to 20.
     QList<QAbstractButton *> MiniChannels;
 
+    // The calculator pad: keys 0 to 19 and the two-line display.
+    QList<QAbstractButton *> NumKeys;
+    QLabel *DisplayDigit = nullptr;
+    Calculator &calculator() { return m_calculator; }
+
     const KeyTable &keyTable() const { return m_keys; }
 
     // The cell under a pad position (in the pad's own units); false when the
@@ -72,9 +78,13 @@ signals:
     // the pad ((row - 1) * 20 + column - 1), and its text, which the host may change.
     void KeyCheck(qint32 &first, qint32 &second, QString &text);
     void HowTo(const QString &topic, const QString &content);
+    // A calculator result for a focused control that is no text control; the
+    // host may take or change it.
+    void ResultTransfer(Currency &amount);
 
 public slots:
     void MiniChannels_Click(int index);
+    void NumKeys_Click(int index);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -85,16 +95,23 @@ private slots:
     void Numpad_MouseDown(int x, int y);
     void Numpad_MouseUp(int x, int y);
     void monitorInputMethod();
+    void Calculator_Change();
 
 private:
     void buildCharacterPage(QWidget *page);
+    void buildCalculatorPage(QWidget *page);
+    void showDisplay(const QString &first, const QString &second);
+    void transferResult();
     void send(const QString &keys);
     void deleteCharacter();
     void refreshButtons();
 
     KeyTable m_keys;
+    Calculator m_calculator;
+    bool m_transferSuppressed = false;
     IME m_ime;
-    QStackedWidget *m_pages = nullptr;
+    QWidget *m_calculatorPage = nullptr;
+    QWidget *m_characterPage = nullptr;
     QTimer m_monitor;
     int m_lastStatus = -1;
     int m_pressedColumn = 0;
