@@ -82,6 +82,11 @@ run_as=()
 if [ "$(id -u)" = 0 ]; then
   chown -R 65534:65534 "$home"
   run_as=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+  # The unprivileged user must reach this script and the command.
+  if ! "${run_as[@]}" test -r "$script" || ! "${run_as[@]}" bash -c 'command -v "$1" >/dev/null' _ "$1"; then
+    echo "ibus-session: user 65534 cannot run $1 (is the build tree readable by others?)" >&2
+    exit 77
+  fi
 fi
 
 status=0
