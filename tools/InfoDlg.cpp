@@ -382,6 +382,8 @@ bool InfoDlg::cellAt(qint32 pad, int x, int y, int &column, int &row)
 void InfoDlg::Keypads_MouseDown(int x, int y)
 {
     const qint32 pad = currentPad();
+    if (pad < 0)
+        return;
     if (!cellAt(pad, x, y, m_pressedColumn, m_pressedRow))
         m_pressedColumn = m_pressedRow = 0;
     Keypads[pad]->setHighlight(m_pressedColumn, m_pressedRow);
@@ -390,6 +392,8 @@ void InfoDlg::Keypads_MouseDown(int x, int y)
 void InfoDlg::Keypads_MouseUp(int, int)
 {
     const qint32 pad = currentPad();
+    if (pad < 0)
+        return;
     Keypads[pad]->setHighlight(0, 0);
     const KeyTable::Record *key = m_keys.find(pad, m_pressedColumn, m_pressedRow);
     if (!key)
