@@ -319,10 +319,14 @@ void InfoDlg::setPadScale(double scale)
 void InfoDlg::Reload()
 {
     m_keys.loadSettings(KeyTable::installedTable());
+    Numpad->resetKeyInterfaces();
     Numpad->update();
-    for (KeypadView *view : Keypads)
-        if (view)
+    for (KeypadView *view : Keypads) {
+        if (view) {
+            view->resetKeyInterfaces();
             view->update();
+        }
+    }
     refreshButtons();
 }
 

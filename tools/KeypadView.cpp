@@ -1,5 +1,6 @@
 #include "tools/KeypadView.h"
 #include "tools/KeyTable.h"
+#include "tools/KeypadAccessible.h"
 
 #include <QMouseEvent>
 #include <QPainter>
@@ -12,9 +13,62 @@ KeypadView::KeypadView(qint32 pad, int columns, int rows, const KeyTable *table,
     , m_rows(rows)
     , m_table(table)
 {
+    KeypadAccessible::installFactory();
     setFocusPolicy(Qt::NoFocus);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFixedSize(sizeHint());
+}
+
+KeypadView::~KeypadView()
+{
+    resetKeyInterfaces();
+}
+
+QList<QPoint> KeypadView::keyCells() const
+{
+    QList<QPoint> cells;
+    for (int row = 1; row <= m_rows; ++row)
+        for (int column = 1; column <= m_columns; ++column)
+            if (m_table->find(m_pad, column, row))
+                cells.append(QPoint(column, row));
+    return cells;
+}
+
+QString KeypadView::legendAt(int column, int row) const
+{
+    const KeyTable::Record *key = m_table->find(m_pad, column, row);
+    return key ? KeyTable::legend(key->text) : QString();
+}
+
+QRect KeypadView::cellRect(int column, int row) const
+{
+    return QRectF(((column - 1) * KeySize + Margin) * m_scale, ((row - 1) * KeySize + Margin) * m_scale,
+                  KeySize * m_scale, KeySize * m_scale).toRect();
+}
+
+void KeypadView::pressKey(int column, int row)
+{
+    const int x = (column - 1) * KeySize + Margin + KeySize / 2;
+    const int y = (row - 1) * KeySize + Margin + KeySize / 2;
+    emit mouseDown(x, y);
+    emit mouseUp(x, y);
+}
+
+QAccessibleInterface *KeypadView::keyInterface(int column, int row) const
+{
+    const int cell = (row - 1) * m_columns + (column - 1);
+    if (const QAccessible::Id id = m_keyInterfaces.value(cell))
+        return QAccessible::accessibleInterface(id);
+    auto *key = new KeypadKeyAccessible(const_cast<KeypadView *>(this), column, row);
+    m_keyInterfaces.insert(cell, QAccessible::registerAccessibleInterface(key));
+    return key;
+}
+
+void KeypadView::resetKeyInterfaces()
+{
+    for (const QAccessible::Id id : std::as_const(m_keyInterfaces))
+        QAccessible::deleteAccessibleInterface(id);
+    m_keyInterfaces.clear();
 }
 
 void KeypadView::setScale(double scale)

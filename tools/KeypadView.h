@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QAccessible>
+#include <QHash>
 #include <QWidget>
 
 class KeyTable;
@@ -26,6 +28,20 @@ public:
 
     QSize sizeHint() const override;
 
+    // The cells that have a key, row by row; a key's legend and its place
+    // in widget pixels.
+    QList<QPoint> keyCells() const;
+    QString legendAt(int column, int row) const;
+    QRect cellRect(int column, int row) const;
+    // Presses and releases a key as the mouse would, at its centre.
+    void pressKey(int column, int row);
+    // The accessible button of a key, made once per key.
+    QAccessibleInterface *keyInterface(int column, int row) const;
+    // Forgets the keys' accessible buttons (when the key table changes).
+    void resetKeyInterfaces();
+
+    ~KeypadView() override;
+
 signals:
     void mouseDown(int x, int y);
     void mouseUp(int x, int y);
@@ -45,4 +61,5 @@ private:
     double m_scale = 1.0;
     int m_highlightColumn = 0;
     int m_highlightRow = 0;
+    mutable QHash<int, QAccessible::Id> m_keyInterfaces;
 };

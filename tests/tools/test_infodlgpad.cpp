@@ -4,6 +4,7 @@
 #include "tools/KeypadView.h"
 
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QLineEdit>
@@ -344,6 +345,29 @@ private slots:
         QCoreApplication::sendEvent(dialog->MiniChannels[10], &enter);
         QCOMPARE(howTo.size(), 1);
         QCOMPARE(howTo.at(0).at(1).toString(), InfoDlg::tip(10));
+    }
+
+    void keysAreButtonsForScreenReaders()
+    {
+        dialog->MiniChannels_Click(KeyTable::Hiragana);
+        QAccessibleInterface *pad = QAccessible::queryAccessibleInterface(dialog->Keypads[KeyTable::Hiragana]);
+        QVERIFY(pad);
+        QAccessibleInterface *ni = nullptr;
+        for (int i = 0; i < pad->childCount(); ++i) {
+            QAccessibleInterface *key = pad->child(i);
+            QCOMPARE(key->role(), QAccessible::Button);
+            QCOMPARE(pad->indexOfChild(key), i);
+            if (key->text(QAccessible::Name) == QStringLiteral("に"))
+                ni = key;
+        }
+        QVERIFY(ni);
+        QCOMPARE(pad->child(0)->text(QAccessible::Name), QStringLiteral("あ"));
+        const QPoint centre = dialog->Keypads[KeyTable::Hiragana]->mapToGlobal(cellCentre(5, 2) * 2);
+        QVERIFY(ni->rect().contains(centre));
+        QCOMPARE(pad->childAt(centre.x(), centre.y()), ni);
+        ni->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+        settle();
+        QCOMPARE(edit->toPlainText(), QStringLiteral("に"));
     }
 
     void theKeysAreDrawnLargerThanTheirUnits()
