@@ -1,9 +1,32 @@
 #include "app/ControlScaler.h"
 
 #include <QLayout>
+#include <QScrollArea>
 #include <QWidget>
 
 namespace {
+
+// Parts of a scrolling control (its viewport, its bars, the cells' editors)
+// are placed by that control whenever it is resized; scaling them again would
+// count the factor twice. The page of a scroll area is the one exception:
+// unless the area sizes it, its size is the page's own.
+enum class Placement { Free, SizeOnly, ByOwner };
+
+Placement placementOf(const QWidget *widget)
+{
+    const QWidget *parent = widget->parentWidget();
+    if (!parent)
+        return Placement::Free;
+    if (qobject_cast<const QAbstractScrollArea *>(parent))
+        return Placement::ByOwner;
+    const auto *area = qobject_cast<const QAbstractScrollArea *>(parent->parentWidget());
+    if (!area || area->viewport() != parent)
+        return Placement::Free;
+    const auto *scrollArea = qobject_cast<const QScrollArea *>(area);
+    if (scrollArea && scrollArea->widget() == widget && !scrollArea->widgetResizable())
+        return Placement::SizeOnly;
+    return Placement::ByOwner;
+}
 
 void scaleOne(QWidget *widget, double factor, bool isRoot)
 {
@@ -21,7 +44,10 @@ void scaleOne(QWidget *widget, double factor, bool isRoot)
     // (and the object itself) are moved and sized here.
     const bool managedByLayout = widget->parentWidget() && widget->parentWidget()->layout()
                                  && widget->parentWidget()->layout()->indexOf(widget) >= 0;
-    if (!managedByLayout) {
+    const Placement placement = isRoot ? Placement::Free : placementOf(widget);
+    if (placement == Placement::SizeOnly) {
+        widget->resize(qRound(widget->width() * factor), qRound(widget->height() * factor));
+    } else if (!managedByLayout && placement == Placement::Free) {
         const QRect g = widget->geometry();
         const QPoint topLeft = isRoot && widget->isWindow() ? g.topLeft()
                                                             : QPoint(qRound(g.x() * factor), qRound(g.y() * factor));

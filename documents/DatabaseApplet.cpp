@@ -1,0 +1,441 @@
+#include "documents/DatabaseApplet.h"
+
+#include "app/ControlScaler.h"
+#include "documents/DocumentRecord.h"
+#include "documents/PageSheet.h"
+#include "documents/RichTextCleanup.h"
+#include "documents/RichTextCodec.h"
+#include "documents/WordProcessor.h"
+#include "platform/ErrorTrap.h"
+#include "platform/RuntimeLog.h"
+#include "platform/SystemPrinter.h"
+#include "platform/vb/VbDateFormat.h"
+
+#include <QHeaderView>
+#include <QScrollArea>
+#include <QTableWidget>
+#include <QTextBlock>
+#include <QTextCursor>
+#include <QTextDocument>
+#include <QVBoxLayout>
+
+#include <cmath>
+#include <limits>
+
+namespace {
+
+const QString ZoomName = QStringLiteral("Zoom");
+const QString FontSizeName = QStringLiteral("Font Size");
+const QString AlignmentName = QStringLiteral("Alignment");
+const QString BulletName = QStringLiteral("Bullet");
+const QString TimestampCommand = QStringLiteral("Timestamp");
+const QString TimestampPattern = QStringLiteral("ggge年m月d日 aaaa");
+
+// A value to a whole number the way the runtime converts a floating value:
+// halves go to the even neighbour.
+double roundHalfToEven(double value)
+{
+    return std::nearbyint(value);
+}
+
+// The fixed-point currency type keeps four decimals.
+double toCurrency(const QVariant &value)
+{
+    return roundHalfToEven(value.toDouble() * 10000.0) / 10000.0;
+}
+
+// An idle pause after typing, after which the record is brought up to date
+// even if nobody asks for it.
+constexpr int IdleSyncMilliseconds = 1000;
+
+constexpr int DefaultPointSize = 12;
+constexpr int GridRows = 20;
+constexpr int GridColumns = 8;
+
+} // namespace
+
+DatabaseApplet::DatabaseApplet(QWidget *parent)
+    : Applet(parent)
+    , m_scrollArea(new QScrollArea(this))
+    , m_sheet(new PageSheet)
+{
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(m_scrollArea);
+    // The workspace shows through around the sheet.
+    m_scrollArea->setFrameShape(QFrame::NoFrame);
+    m_scrollArea->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+    m_scrollArea->viewport()->setAutoFillBackground(false);
+    m_sheet->setAutoFillBackground(false);
+    m_scrollArea->setWidget(m_sheet);
+    m_scrollArea->setStyleSheet(QStringLiteral("QScrollArea { background: transparent; }"));
+
+    // The patterns the placed boxes are made from; they never show.
+    auto *wordPattern = new WordProcessor(m_sheet->paper());
+    wordPattern->setObjectName(QStringLiteral("WordProcessors0"));
+    // Text that names no size is written at 12 points, the rich-text box's default.
+    QFont writing = wordPattern->font();
+    writing.setPointSize(DefaultPointSize);
+    wordPattern->setBaseFont(writing);
+    wordPattern->hide();
+    m_wordProcessors.append(wordPattern);
+    auto *gridPattern = new QTableWidget(GridRows, GridColumns, m_sheet->paper());
+    gridPattern->setObjectName(QStringLiteral("SpreadSheets0"));
+    gridPattern->hide();
+    m_spreadSheets.append(gridPattern);
+
+    m_idleSync.setSingleShot(true);
+    m_idleSync.setInterval(IdleSyncMilliseconds);
+    connect(&m_idleSync, &QTimer::timeout, this, &DatabaseApplet::syncRecord);
+
+    measurePage();
+    m_sheet->setPaperSize(m_pageSize);
+}
+
+QList<QWidget *> DatabaseApplet::AllCtrls() const
+{
+    QList<QWidget *> controls;
+    for (WordProcessor *box : m_wordProcessors) {
+        if (box)
+            controls.append(box);
+    }
+    for (QTableWidget *grid : m_spreadSheets) {
+        if (grid)
+            controls.append(grid);
+    }
+    return controls;
+}
+
+void DatabaseApplet::Start()
+{
+    Applet::Start();
+    bool active = true;
+    emit started(active);
+}
+
+void DatabaseApplet::Quit()
+{
+    bool active = false;
+    emit started(active);
+}
+
+void DatabaseApplet::setDocument(qint32 kind)
+{
+    const qint32 previous = Document();
+    if (previous == WordProcessorKind)
+        closeShownBoxes();
+    Applet::setDocument(kind);
+    if (kind == WordProcessorKind) {
+        ErrorTrap::run("DatabaseApplet::Document", [this] { applyPrinterSetup(); });
+        measurePage();
+        m_sheet->setPaperSize(m_pageSize);
+        m_zoom = 100;
+        showPage(1);
+    }
+    if (kind == WordProcessorKind || previous == WordProcessorKind)
+        raiseChange(kind == WordProcessorKind, QStringLiteral("Word Processor"));
+}
+
+bool DatabaseApplet::Printout()
+{
+    if (Document() != WordProcessorKind) {
+        beep();
+        return false;
+    }
+    // The pages go to paper through the print layout engine; until the
+    // applet hands them over there, nothing is printed.
+    syncRecord();
+    RuntimeLog::note("DatabaseApplet::Printout", QStringLiteral("printing the pages is not available"));
+    return false;
+}
+
+QVariant DatabaseApplet::Properties(const QString &name) const
+{
+    if (name == ZoomName)
+        return QVariant::fromValue<qint16>(m_zoom);
+    if (name != FontSizeName && name != AlignmentName && name != BulletName)
+        return QVariant();
+    WordProcessor *box = activeWordProcessor();
+    if (!box)
+        return QVariant();
+    if (name == FontSizeName)
+        return box->selFontSize();
+    if (name == AlignmentName)
+        return box->selAlignment();
+    return box->selBullet();
+}
+
+void DatabaseApplet::setProperties(const QString &name, const QVariant &value)
+{
+    if (name == ZoomName) {
+        applyZoom(qint32(roundHalfToEven(value.toDouble())));
+        return;
+    }
+    if (name != FontSizeName && name != AlignmentName && name != BulletName)
+        return;
+    WordProcessor *box = activeWordProcessor();
+    if (!box)
+        return;
+    m_settingProperty = true;
+    if (name == FontSizeName)
+        formatParagraph(box, QString(), toCurrency(value), QColor());
+    else if (name == AlignmentName)
+        box->setSelAlignment(value.toInt());
+    else
+        box->setSelBullet(value.toBool());
+    m_settingProperty = false;
+    raiseChange(true, QStringLiteral("All Properties"));
+}
+
+QVariant DatabaseApplet::Update(const QString &command, const QVariant &)
+{
+    if (command == TimestampCommand) {
+        if (WordProcessor *box = activeWordProcessor())
+            box->setSelText(VbDateFormat::format(QDateTime::currentDateTime(), TimestampPattern));
+    }
+    return QVariant();
+}
+
+void DatabaseApplet::syncRecord()
+{
+    m_idleSync.stop();
+    // A clean-up still waiting comes first: the record never sees colour.
+    for (WordProcessor *box : m_wordProcessors) {
+        if (box)
+            box->cleanUpNow();
+    }
+    DocumentRecord *record = sharedRecord();
+    if (!record || m_shownPage < 1 || m_shownPage > record->Pages.size()) {
+        m_unsaved.clear();
+        return;
+    }
+    DocumentPage &page = record->page(m_shownPage);
+    for (int index : std::as_const(m_unsaved)) {
+        WordProcessor *box = WordProcessors(index);
+        if (index < 1 || !box || index > page.Items.size())
+            continue;
+        // Colour tables and underlines are taken out of the source as well;
+        // the box itself holds none by now, so it needs no reloading.
+        page.item(index).Text = RichTextCleanup::clean(RichTextCodec::write(box->document()));
+    }
+    m_unsaved.clear();
+}
+
+WordProcessor *DatabaseApplet::WordProcessors(int index) const
+{
+    return index >= 0 && index < m_wordProcessors.size() ? m_wordProcessors.at(index) : nullptr;
+}
+
+QTableWidget *DatabaseApplet::SpreadSheets(int index) const
+{
+    return index >= 0 && index < m_spreadSheets.size() ? m_spreadSheets.at(index) : nullptr;
+}
+
+void DatabaseApplet::showPage(int number)
+{
+    DocumentRecord *record = sharedRecord();
+    if (!record || number < 1 || number > record->PageCount || number > record->Pages.size())
+        return;
+    if (m_shownPage > 0)
+        closeShownBoxes();
+    m_shownPage = number;
+    const DocumentPage &page = record->page(number);
+    const int count = qMin(int(page.ItemCount), int(page.Items.size()));
+    for (int index = 1; index <= count; ++index) {
+        const DocumentItem &item = page.item(index);
+        if (item.Kind == DocumentItem::RichText) {
+            WordProcessor *box = newWordProcessor(index);
+            box->setGeometry(placeOf(item));
+            box->setReservedValue(item.Reserved1);
+            // The runtime's Not on a 16-bit value: only -1 turns into False.
+            box->setEnabled(qint16(~item.Flags1) != 0);
+            if (!item.Text.isEmpty())
+                RichTextCodec::read(item.Text, box->document());
+            const bool cleaned = box->cleanUpNow();
+            box->document()->clearUndoRedoStacks();
+            // The record already holds this text, unless the clean-up changed it.
+            if (!cleaned)
+                m_unsaved.remove(index);
+            box->show();
+        } else if (item.Kind == DocumentItem::Grid) {
+            QTableWidget *grid = newSpreadSheet(index);
+            grid->setGeometry(placeOf(item));
+            grid->setEnabled(qint16(~item.Flags1) != 0);
+            grid->show();
+        }
+    }
+    if (!m_unsaved.isEmpty())
+        m_idleSync.start();
+}
+
+void DatabaseApplet::formatParagraph(QWidget *control, const QString &fontName, double size, const QColor &colour)
+{
+    auto *box = qobject_cast<WordProcessor *>(control);
+    if (!box)
+        return;
+    QTextDocument *document = box->document();
+    QTextCursor cursor = box->textCursor();
+    // The paragraph that holds the caret, its end mark included: in a
+    // QTextDocument a paragraph's end mark is its block character format.
+    const QTextBlock block = document->findBlock(cursor.selectionStart());
+    const int start = block.position();
+    const int end = block.position() + block.length() - 1;
+    QTextCharFormat format;
+    if (!fontName.isEmpty())
+        format.setFontFamilies({fontName});
+    if (size != 0)
+        format.setFontPointSize(size);
+    if (colour.isValid())
+        format.setForeground(colour);
+    cursor.beginEditBlock();
+    cursor.setPosition(start);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    cursor.mergeCharFormat(format);
+    cursor.mergeBlockCharFormat(format);
+    cursor.endEditBlock();
+    // The caret ends at the paragraph's start, nothing selected.
+    cursor.setPosition(start);
+    box->setTextCursor(cursor);
+}
+
+void DatabaseApplet::applyZoom(qint32 zoom)
+{
+    DocumentRecord *record = sharedRecord();
+    if (!record)
+        return;
+    if (record->Zoom == 0 || zoom <= 0 || zoom > std::numeric_limits<qint16>::max()) {
+        RuntimeLog::note("DatabaseApplet::Zoom", QStringLiteral("zoom %1 to %2 skipped").arg(record->Zoom).arg(zoom));
+        return;
+    }
+    const QList<QWidget *> controls = AllCtrls();
+    // Back to 100 % first, with the rounded percentage (150 to 100 scales by
+    // 67), then to the new zoom.
+    const auto back = qint16(roundHalfToEven(100.0 / record->Zoom * 100.0));
+    for (QWidget *control : controls)
+        ControlScaler::scale(control, back);
+    record->Zoom = zoom;
+    m_sheet->setPaperSize(QSize(int(qint64(zoom) * m_pageSize.width() / 100),
+                                int(qint64(zoom) * m_pageSize.height() / 100)));
+    for (QWidget *control : controls)
+        ControlScaler::scale(control, qint16(zoom));
+    for (WordProcessor *box : std::as_const(m_wordProcessors)) {
+        if (box)
+            box->setTextZoom(zoom);
+    }
+}
+
+void DatabaseApplet::measurePage()
+{
+    // The whole sheet, and its printable part, at 100 %.
+    const double pixelsPerMillimetreX = logicalDpiX() / 25.4;
+    const double pixelsPerMillimetreY = logicalDpiY() / 25.4;
+    QSizeF paper(210.0, 297.0);
+    QMarginsF margins;
+    ErrorTrap::run("DatabaseApplet::measurePage", [&] {
+        paper = SystemPrinter::pageSizeMillimetres();
+        margins = SystemPrinter::marginsMillimetres();
+    });
+    m_pageSize = QSize(qRound(paper.width() * pixelsPerMillimetreX), qRound(paper.height() * pixelsPerMillimetreY));
+    m_printableRect = QRect(QPoint(qRound(margins.left() * pixelsPerMillimetreX), qRound(margins.top() * pixelsPerMillimetreY)),
+                            QPoint(qRound((paper.width() - margins.right()) * pixelsPerMillimetreX) - 1,
+                                   qRound((paper.height() - margins.bottom()) * pixelsPerMillimetreY) - 1));
+}
+
+void DatabaseApplet::closeShownBoxes()
+{
+    DocumentRecord *record = sharedRecord();
+    syncRecord();
+    if (record && m_shownPage >= 1 && m_shownPage <= record->Pages.size()) {
+        const DocumentPage &page = record->page(m_shownPage);
+        const int count = qMin(int(page.ItemCount), int(page.Items.size()));
+        for (int index = 1; index <= count; ++index) {
+            const qint32 kind = page.item(index).Kind;
+            if (kind == DocumentItem::RichText && WordProcessors(index)) {
+                m_wordProcessors[index]->hide();
+                m_wordProcessors[index]->deleteLater();
+                m_wordProcessors[index] = nullptr;
+            } else if (kind == DocumentItem::Grid && SpreadSheets(index)) {
+                m_spreadSheets[index]->hide();
+                m_spreadSheets[index]->deleteLater();
+                m_spreadSheets[index] = nullptr;
+            }
+        }
+    }
+    // Whatever the record no longer names goes as well; the patterns stay.
+    for (int index = 1; index < m_wordProcessors.size(); ++index) {
+        if (m_wordProcessors[index])
+            m_wordProcessors[index]->deleteLater();
+    }
+    for (int index = 1; index < m_spreadSheets.size(); ++index) {
+        if (m_spreadSheets[index])
+            m_spreadSheets[index]->deleteLater();
+    }
+    m_wordProcessors.resize(1);
+    m_spreadSheets.resize(1);
+    m_unsaved.clear();
+    m_shownPage = 0;
+}
+
+WordProcessor *DatabaseApplet::newWordProcessor(int index)
+{
+    WordProcessor *pattern = m_wordProcessors.first();
+    auto *box = new WordProcessor(m_sheet->paper());
+    box->setObjectName(QStringLiteral("WordProcessors%1").arg(index));
+    box->setIndex(index);
+    box->setBaseFont(pattern->baseFont());
+    box->setFrameShape(pattern->frameShape());
+    if (m_wordProcessors.size() <= index)
+        m_wordProcessors.resize(index + 1);
+    m_wordProcessors[index] = box;
+    connect(box, &WordProcessor::edited, this, [this, index] { boxEdited(index); });
+    // The side bar follows the caret into another paragraph.
+    connect(box, &QTextEdit::cursorPositionChanged, this, [this] {
+        if (!m_settingProperty)
+            raiseChange(true, QStringLiteral("All Properties"));
+    });
+    watchInput(box);
+    watchInput(box->viewport());
+    return box;
+}
+
+QTableWidget *DatabaseApplet::newSpreadSheet(int index)
+{
+    QTableWidget *pattern = m_spreadSheets.first();
+    auto *grid = new QTableWidget(pattern->rowCount(), pattern->columnCount(), m_sheet->paper());
+    grid->setObjectName(QStringLiteral("SpreadSheets%1").arg(index));
+    grid->setFont(pattern->font());
+    if (m_spreadSheets.size() <= index)
+        m_spreadSheets.resize(index + 1);
+    m_spreadSheets[index] = grid;
+    watchInput(grid);
+    watchInput(grid->viewport());
+    return grid;
+}
+
+QRect DatabaseApplet::placeOf(const DocumentItem &item) const
+{
+    if (item.Unit != 0)
+        return QRect(qRound(item.Left), qRound(item.Top), qRound(item.Width), qRound(item.Height));
+    const double pixelsPerCentimetreX = logicalDpiX() / 2.54;
+    const double pixelsPerCentimetreY = logicalDpiY() / 2.54;
+    return QRect(qRound(item.Left * pixelsPerCentimetreX), qRound(item.Top * pixelsPerCentimetreY),
+                 qRound(item.Width * pixelsPerCentimetreX), qRound(item.Height * pixelsPerCentimetreY));
+}
+
+void DatabaseApplet::raiseChange(bool value, const QString &kind)
+{
+    emit propertiesChanged(value, QVariant::fromValue<QObject *>(this), kind);
+}
+
+void DatabaseApplet::boxEdited(int index)
+{
+    if (index == 0)
+        return;
+    m_unsaved.insert(index);
+    m_idleSync.start();
+}
+
+WordProcessor *DatabaseApplet::activeWordProcessor() const
+{
+    return qobject_cast<WordProcessor *>(ActiveCtrl());
+}
