@@ -1,0 +1,330 @@
+#include "app/Assistant.h"
+#include "app/Globals.h"
+#include "platform/agent/AgentCharacter.h"
+#include "platform/agent/AgentControl.h"
+#include "platform/agent/Voice.h"
+#include "platform/agent/WaveAudio.h"
+#include "platform/vb/VbFormat.h"
+#include "platform/vb/VbRandom.h"
+
+#include <QDir>
+#include <QFile>
+#include <QRegularExpression>
+#include <QSet>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+
+const QString P = QStringLiteral("\\Pau=1000\\");
+const QString Greeting = QStringLiteral("こんにちは。今日もよろしくお願いします。");
+const QString Farewell = QStringLiteral("さようなら。また会いましょう。");
+
+QStringList restEnding(const QString &pose)
+{
+    return {"Activate", "Get Animation RestPose,Blink", "Play " + pose, "Get State Idling,Listening,Hearing"};
+}
+
+QString say(const QString &text)
+{
+    QString command = text;
+    Assistant::Character(command);
+    return command;
+}
+
+} // namespace
+
+class TestAssistant : public QObject
+{
+    Q_OBJECT
+
+private:
+    QTemporaryDir *m_windows = nullptr;
+
+    // A Windows folder whose character folder holds the given characters.
+    void install(const QStringList &files)
+    {
+        delete m_windows;
+        m_windows = new QTemporaryDir;
+        const QString chars = m_windows->filePath(QStringLiteral("MSAGENT/CHARS"));
+        QDir().mkpath(chars);
+        for (const QString &file : files)
+            QVERIFY(QFile::copy(QStringLiteral(LANTERN_PROGRAM_DIR "/CHARS/") + file, chars + u'/' + file));
+        Globals::WinDir = m_windows->path();
+    }
+
+    AgentCharacter &loadLantern()
+    {
+        install({QStringLiteral("LANTERN.ACS")});
+        say(QStringLiteral("On"));
+        AgentCharacter *character = Assistant::character();
+        if (!character)
+            qFatal("the lantern did not load");
+        character->clearRequestLog();
+        // A fresh run's first number, 0.7055475, picks the second rest pose.
+        VbRandom::restart();
+        return *character;
+    }
+
+private slots:
+    void cleanup()
+    {
+        Assistant::release();
+        Globals::WinDir.clear();
+        delete m_windows;
+        m_windows = nullptr;
+    }
+
+    void commandIsWrittenBackInProperCase()
+    {
+        QCOMPARE(say(QStringLiteral("hello!")), QStringLiteral("Hello!"));
+        QCOMPARE(say(QStringLiteral("HELLO!")), QStringLiteral("Hello!"));
+        QCOMPARE(say(QStringLiteral("what's the date today?")), QStringLiteral("What's The Date Today?"));
+        QCOMPARE(say(QStringLiteral("let's go home, please.")), QStringLiteral("Let's Go Home, Please."));
+        // Before "On" nothing was created and nothing happens.
+        QVERIFY(!Assistant::control());
+        QCOMPARE(say(QString()), QString());
+    }
+
+    void onLoadsTheCharacterWithTheJapaneseVoice()
+    {
+        install({QStringLiteral("LANTERN.ACS")});
+        QCOMPARE(say(QStringLiteral("on")), QStringLiteral("On"));
+        QCOMPARE(Assistant::characterId(), QStringLiteral("LANTERN"));
+        QVERIFY(Assistant::control()->Connected());
+        AgentCharacter *character = Assistant::character();
+        QVERIFY(character);
+        QCOMPARE(character->LanguageID(), 1041);
+        QCOMPARE(character->requestLog().first(), QStringLiteral("LanguageID 1041"));
+        if (Voice::installedEngine() != Voice::Engine::None)
+            QCOMPARE(character->TTSModeID(), QStringLiteral("{A778E060-A936-11D1-B17B-0020AFED142E}"));
+        // Loading shows nothing yet: the greeting does.
+        QVERIFY(!character->Visible());
+
+        // Told "On" again (the main window reloading), the same character stays.
+        say(QStringLiteral("On"));
+        QCOMPARE(Assistant::character(), character);
+        QCOMPARE(Assistant::control()->Characters().Count(), 1);
+    }
+
+    void helloGreets()
+    {
+        for (const QString &command : {QStringLiteral("hello!"), QStringLiteral("HELLO!")}) {
+            AgentCharacter &character = loadLantern();
+            QCOMPARE(say(command), QStringLiteral("Hello!"));
+            QCOMPARE(character.requestLog(),
+                     QStringList({"StopAll", "Get State Showing", "Show", "Get Animation Greet", "Play Greet",
+                                  "Get State Speaking", "Speak " + Greeting})
+                         + restEnding("Blink"));
+            QCOMPARE(character.pendingRequests(), QStringList({"Show", "Play Greet", "Speak " + Greeting, "Play Blink"}));
+            QTRY_VERIFY(character.Visible());
+            cleanup();
+        }
+    }
+
+    void byeSaysFarewellAndHides()
+    {
+        AgentCharacter &character = loadLantern();
+        say(QStringLiteral("Hello!"));
+        QTRY_VERIFY_WITH_TIMEOUT(character.Visible(), 5000);
+        character.clearRequestLog();
+        VbRandom::restart();
+        for (int i = 0; i < 3; ++i)
+            VbRandom::rnd(); // the fourth number of a run, 0.2895625, picks the first pose
+
+        QCOMPARE(say(QStringLiteral("bye!")), QStringLiteral("Bye!"));
+        QCOMPARE(character.requestLog(),
+                 QStringList({"StopAll", "Get Animation Acknowledge", "Play Acknowledge", "Get State Speaking",
+                              "Speak " + Farewell, "Get State Hiding", "Hide"})
+                     + restEnding("RestPose"));
+        QTRY_VERIFY_WITH_TIMEOUT(!character.Visible(), 20000);
+    }
+
+    void bothQuestionsSpeakTheDateAndTime()
+    {
+        AgentCharacter &character = loadLantern();
+        for (const QString &question : {QStringLiteral("What's the date today?"), QStringLiteral("What time is it now?")}) {
+            character.clearRequestLog();
+            const QDateTime before = QDateTime::currentDateTime();
+            QString command = question;
+            Assistant::Character(command);
+            const QDateTime after = QDateTime::currentDateTime();
+            QCOMPARE(character.requestLog().mid(0, 1), QStringList{"Get State Speaking"});
+            const QString spoken = character.requestLog().value(1);
+            auto expected = [](const QDateTime &at) {
+                return "Speak " + VbFormat::dateTime(at, QStringLiteral("Long Date")) + u' '
+                       + VbFormat::dateTime(at, QStringLiteral("Short Time"));
+            };
+            QVERIFY2(spoken == expected(before) || spoken == expected(after), qPrintable(spoken));
+            QVERIFY(QRegularExpression(QStringLiteral("^Speak \\d{4}年\\d{1,2}月\\d{1,2}日 \\d\\d:\\d\\d$")).match(spoken).hasMatch());
+            QCOMPARE(character.requestLog().mid(2), restEnding(character.requestLog().value(4).mid(5)));
+        }
+    }
+
+    void movingCommandsMoveGestureAndGoHome()
+    {
+        AgentCharacter &character = loadLantern();
+        QSet<QString> places;
+        for (const QString &command :
+             {QStringLiteral("Thank you."), QStringLiteral("Sorry."), QStringLiteral("Let's go home, please.")}) {
+            character.clearRequestLog();
+            QString said = command;
+            Assistant::Character(said);
+            const QStringList log = character.requestLog();
+            QCOMPARE(log.size(), 7);
+            QCOMPARE(log.at(0), QStringLiteral("Stop"));
+            QCOMPARE(log.at(1), QStringLiteral("Get State Moving"));
+            QVERIFY(log.at(2).startsWith(QStringLiteral("MoveTo ")));
+            QCOMPARE(log.at(3), QStringLiteral("Get State Gesturing"));
+            QVERIFY(log.at(4).startsWith(QStringLiteral("GestureAt ")));
+            QCOMPARE(log.mid(5), QStringList({"Activate", "MoveTo 0,0"}));
+            places.insert(log.at(2));
+        }
+        QCOMPARE(places.size(), 3); // each command has a place of its own
+        QTRY_VERIFY_WITH_TIMEOUT(!character.isBusy(), 10000);
+        QCOMPARE(QPoint(character.Left(), character.Top()), QPoint(0, 0));
+    }
+
+    void speechRewriting_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("spoken");
+        QTest::newRow("hiragana then kanji") << "あいう漢字" << P + "あいう" + P + "漢字";
+        QTest::newRow("punctuation keeps the pause after it") << "あ。い" << P + "あ。" + P + P + "い";
+        QTest::newRow("leading punctuation") << "「あ」" << "「" + P + P + "あ」" + P;
+        QTest::newRow("repeated punctuation") << "、、" << "、" + P + "、";
+        QTest::newRow("katakana and the long mark") << "カーテンを" << P + "カーテン" + P + "を";
+        QTest::newRow("latin and digits") << "ABC123です" << P + "ABC123" + P + "です";
+        QTest::newRow("full-width letters are latin") << "Ａ１b" << P + "Ａ１b";
+        QTest::newRow("half-width katakana are latin") << "ｱｲ!" << P + "ｱｲ!";
+        QTest::newRow("line breaks become blanks") << "あ\r\nい\tう" << P + "あ" + P + "  " + P + "い" + P + " " + P + "う";
+        QTest::newRow("unclassed marks keep the class") << "あ～い※" << P + "あ～い※";
+        QTest::newRow("extension kanji keep the class") << "漢纊字" << P + "漢纊字";
+        QTest::newRow("unmappable counts as latin") << "あ😀" << P + "あ" + P + "😀";
+    }
+
+    void speechRewriting()
+    {
+        QFETCH(QString, text);
+        QFETCH(QString, spoken);
+        QCOMPARE(Assistant::speechText(text), spoken);
+    }
+
+    void japaneseVoicePattern_data()
+    {
+        QTest::addColumn<QString>("id");
+        QTest::addColumn<bool>("japanese");
+        QTest::newRow("first") << "{A778E061-A936-11D1-B17B-0020AFED142E}" << true;
+        QTest::newRow("second") << "{A778E060-A936-11D1-B17B-0020AFED142E}" << true;
+        QTest::newRow("lower case") << "{a778e060-a936-11d1-b17b-0020afed142e}" << true;
+        QTest::newRow("any eighth character") << "{A778E06F-A936-11D1-B17B-0020AFED142E}" << true;
+        QTest::newRow("no braces") << "A778E060-A936-11D1-B17B-0020AFED142E" << false;
+        QTest::newRow("another voice") << "{CA141FD0-AC7F-11D1-97A3-006008273000}" << false;
+        QTest::newRow("none") << "" << false;
+    }
+
+    void japaneseVoicePattern()
+    {
+        QFETCH(QString, id);
+        QFETCH(bool, japanese);
+        QCOMPARE(Assistant::isJapaneseVoice(id), japanese);
+    }
+
+    void otherTextIsRewrittenForTheJapaneseVoice()
+    {
+        if (Voice::installedEngine() == Voice::Engine::None)
+            QSKIP("no voice installed");
+        AgentCharacter &character = loadLantern();
+        QString command = QStringLiteral("あいう漢字");
+        Assistant::Character(command);
+        QCOMPARE(command, P + "あいう" + P + "漢字");
+        QCOMPARE(character.requestLog(),
+                 QStringList({"Get State Speaking", "Speak " + P + "あいう" + P + "漢字"}) + restEnding("Blink"));
+    }
+
+    void otherTextIsSpokenAsItIsWithoutThatVoice()
+    {
+        // No voice on the path: the voices are not installed and none is set.
+        const QByteArray path = qgetenv("PATH");
+        QTemporaryDir empty;
+        qputenv("PATH", empty.path().toUtf8());
+        AgentCharacter &character = loadLantern();
+        QCOMPARE(character.TTSModeID(), QString());
+        QString command = QStringLiteral("あいう漢字\nです");
+        Assistant::Character(command);
+        qputenv("PATH", path);
+        QCOMPARE(command, QStringLiteral("あいう漢字\nです"));
+        QCOMPARE(character.requestLog().mid(0, 2), QStringList({"Get State Speaking", "Speak あいう漢字\nです"}));
+    }
+
+    void eachInstalledCharacterCanAppear()
+    {
+        install({QStringLiteral("LANTERN.ACS"), QStringLiteral("FUKURO.ACS")});
+        QCOMPARE(Assistant::characterFiles().size(), 2);
+        QSet<QString> seen;
+        for (int start = 0; start < 80 && seen.size() < 2; ++start) {
+            say(QStringLiteral("On"));
+            seen.insert(Assistant::characterId());
+            QVERIFY(Assistant::character());
+            say(QStringLiteral("Off"));
+            QTest::qWait(40); // the timer moves on between starts
+        }
+        QCOMPARE(seen, QSet<QString>({"LANTERN", "FUKURO"}));
+    }
+
+    void offUnloadsAndLaterCommandsDoNothing()
+    {
+        AgentCharacter &character = loadLantern();
+        QPointer<AgentCharacter> watched(&character);
+        say(QStringLiteral("Hello!"));
+        QCOMPARE(say(QStringLiteral("off")), QStringLiteral("Off"));
+        QVERIFY(!watched);
+        QVERIFY(!Assistant::control()->Connected());
+        QVERIFY(!Assistant::character());
+        for (const QString &command : {"Hello!", "Bye!", "Thank you.", "What time is it now?", "こんにちは", "Off"})
+            say(command);
+        QVERIFY(!Assistant::character());
+    }
+
+    void nothingInstalledIsHarmless()
+    {
+        install({});
+        QCOMPARE(Assistant::characterFiles(), QStringList());
+        for (const QString &command : {"On", "Hello!", "What's the date today?", "Sorry.", "Bye!", "Off"})
+            say(command);
+        QCOMPARE(Assistant::characterId(), QString());
+        QVERIFY(!Assistant::character());
+
+        // A damaged file is no better than none.
+        install({});
+        QFile broken(Globals::WinDir + QStringLiteral("/MSAGENT/CHARS/BROKEN.ACS"));
+        QVERIFY(broken.open(QIODevice::WriteOnly));
+        broken.write("not a character");
+        broken.close();
+        say(QStringLiteral("On"));
+        QCOMPARE(Assistant::characterId(), QStringLiteral("BROKEN"));
+        QVERIFY(!Assistant::character());
+        say(QStringLiteral("Hello!"));
+    }
+
+    void dateIsSpokenAloudInJapanese()
+    {
+        if (Voice::installedEngine() == Voice::Engine::None)
+            QSKIP("no voice installed");
+        AgentCharacter &character = loadLantern();
+        QSignalSpy ready(&character, &AgentCharacter::speechAudioReady);
+        say(QStringLiteral("What's the date today?"));
+        QVERIFY(ready.wait(20000));
+        WaveAudio audio;
+        QVERIFY(audio.load(ready.first().at(0).toString()));
+        // "2026年11月23日 11時16分" read aloud takes some seconds, and it is not silence.
+        QVERIFY2(audio.durationMs() > 2000 && audio.durationMs() < 9000, qPrintable(QString::number(audio.durationMs())));
+        QCOMPARE(ready.first().at(1).toLongLong(), audio.durationMs());
+        QVERIFY2(audio.rms() > 1000, qPrintable(QString::number(audio.rms())));
+        QVERIFY(audio.peak() > 8000);
+    }
+};
+
+QTEST_MAIN(TestAssistant)
+#include "test_assistant.moc"
