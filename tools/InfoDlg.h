@@ -1,13 +1,36 @@
 #pragma once
 
+#include "tools/Calculator.h"
+#include "tools/IME.h"
+#include "tools/KeyTable.h"
+
+#include <QList>
+#include <QTimer>
 #include <QWidget>
 
-// The floating tool dialog: the character-input pad and the calculator pad.
+class KeypadView;
+class QAbstractButton;
+class QLabel;
+
+// The floating tool dialog: the character-input pad (number pad, five
+// character pads, command buttons) and the calculator pad. It floats above
+// the workspace and never takes the keyboard focus: every key becomes a key
+// string sent to whatever control has the focus, and kana-to-kanji
+// conversion is left to the system input method, driven through IME.
 class InfoDlg : public QWidget
 {
     Q_OBJECT
 
 public:
+    // Option flags of the dialog, set by its host.
+    enum Option : qint32 {
+        TransferResults = 1,   // hand calculator results on to the focused control
+        ArrowKeys = 256,       // up and down move the caret, not the focus
+    };
+
+    // Pad pages for Begin and Finish.
+    enum Mode : qint16 { CalculatorMode = 0, CharacterMode = 1 };
+
     explicit InfoDlg(QWidget *parent = nullptr);
 
     void Reload();
@@ -16,9 +39,83 @@ public:
     void Begin(qint16 mode);
     void Finish(qint16 mode);
 
+    qint32 Options() const { return m_options; }
+    void setOptions(qint32 options) { m_options = options; }
+
+    // The visible character pad (11 to 15).
+    qint32 currentPad() const;
+    void setPad(qint32 pad);
+
+    // How much larger than their own units the pads are drawn.
+    double padScale() const { return m_scale; }
+    void setPadScale(double scale);
+
+    KeypadView *Numpad = nullptr;
+    // Indexed by pad number: 11 to 15; the lower entries are empty.
+    QList<KeypadView *> Keypads;
+    // Indexed 0 to 20.
+    QList<QAbstractButton *> MiniChannels;
+
+    // The calculator pad: keys 0 to 19 and the two-line display.
+    QList<QAbstractButton *> NumKeys;
+    QLabel *DisplayDigit = nullptr;
+    Calculator &calculator() { return m_calculator; }
+
+    const KeyTable &keyTable() const { return m_keys; }
+
+    // The cell under a pad position (in the pad's own units); false when the
+    // position is on no key of that pad.
+    static bool cellAt(qint32 pad, int x, int y, int &column, int &row);
+    // Whether keys can type into this control (edits, editable combo boxes).
+    static bool isTextControl(const QWidget *control);
+    // The tip of a command button.
+    static QString tip(int index);
+
 signals:
     void Status(qint16 first, qint16 second);
     void Quit(qint16 argument);
+    // Raised before a pad key is typed: the pad number, the key's place in
+    // the pad ((row - 1) * 20 + column - 1), and its text, which the host may change.
     void KeyCheck(qint32 &first, qint32 &second, QString &text);
     void HowTo(const QString &topic, const QString &content);
+    // A calculator result for a focused control that is no text control; the
+    // host may take or change it.
+    void ResultTransfer(Currency &amount);
+
+public slots:
+    void MiniChannels_Click(int index);
+    void NumKeys_Click(int index);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private slots:
+    void Keypads_MouseDown(int x, int y);
+    void Keypads_MouseUp(int x, int y);
+    void Numpad_MouseDown(int x, int y);
+    void Numpad_MouseUp(int x, int y);
+    void monitorInputMethod();
+    void Calculator_Change();
+
+private:
+    void buildCharacterPage(QWidget *page);
+    void buildCalculatorPage(QWidget *page);
+    void showDisplay(const QString &first, const QString &second);
+    void transferResult();
+    void send(const QString &keys);
+    void deleteCharacter();
+    void refreshButtons();
+
+    KeyTable m_keys;
+    Calculator m_calculator;
+    bool m_transferSuppressed = false;
+    IME m_ime;
+    QWidget *m_calculatorPage = nullptr;
+    QWidget *m_characterPage = nullptr;
+    QTimer m_monitor;
+    int m_lastStatus = -1;
+    int m_pressedColumn = 0;
+    int m_pressedRow = 0;
+    qint32 m_options = 0;
+    double m_scale = 1.0;
 };
