@@ -162,7 +162,8 @@ void UserForm::followPointer(Qt::Edges edges)
     m_following = true;
     m_edges = edges;
     m_pressGlobal = QCursor::pos();
-    m_startGeometry = m_window->geometry();
+    m_startPos = m_window->pos(); // for a window, where its frame is: what move() takes
+    m_startSize = m_window->size();
     QCoreApplication::instance()->installEventFilter(this);
 }
 
@@ -190,11 +191,11 @@ bool UserForm::eventFilter(QObject *watched, QEvent *event)
         }
         const QPoint delta = mouse->globalPosition().toPoint() - m_pressGlobal;
         if (m_moving) {
-            m_window->move(m_startGeometry.topLeft() + delta);
+            m_window->move(m_startPos + delta);
         } else {
             const QSize least = m_window->minimumSize().expandedTo(QSize(1, 1));
-            int width = m_startGeometry.width();
-            int height = m_startGeometry.height();
+            int width = m_startSize.width();
+            int height = m_startSize.height();
             if (m_edges & Qt::RightEdge)
                 width = qMax(least.width(), width + delta.x());
             if (m_edges & Qt::BottomEdge)

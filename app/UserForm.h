@@ -95,5 +95,6 @@ private:
     bool m_moving = false;
     Qt::Edges m_edges;
     QPoint m_pressGlobal;
-    QRect m_startGeometry;
+    QPoint m_startPos;
+    QSize m_startSize;
 };

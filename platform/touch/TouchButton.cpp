@@ -1,6 +1,7 @@
 #include "platform/touch/TouchButton.h"
 
 #include "platform/touch/SkinSound.h"
+#include "platform/touch/TouchButtonAccessible.h"
 #include "platform/touch/TouchTheme.h"
 
 #include <QKeyEvent>
@@ -14,11 +15,6 @@ namespace {
 // Room around the face for its shadow and for the one-pixel drop when pressed.
 constexpr int Margin = 3;
 
-int pixelSizeOf(const QFont &font)
-{
-    return font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
-}
-
 } // namespace
 
 TouchButton::TouchButton(QWidget *parent)
@@ -29,6 +25,7 @@ TouchButton::TouchButton(QWidget *parent)
 TouchButton::TouchButton(const QString &caption, QWidget *parent)
     : QAbstractButton(parent)
 {
+    TouchButtonAccessible::install();
     // The lasting pressed state is the button's checked state; a click only
     // flips it when the button is used as a check box (see nextCheckState).
     setCheckable(true);
@@ -119,6 +116,13 @@ void TouchButton::setIndex(int index)
     m_index = index;
 }
 
+bool TouchButton::hitButton(const QPoint &pos) const
+{
+    // A hand that drifts a little while clicking still clicks.
+    const int slack = qMax(6, TouchTheme::pixelSize(font()) / 3);
+    return rect().adjusted(-slack, -slack, slack, slack).contains(pos);
+}
+
 void TouchButton::nextCheckState()
 {
     if (m_toggles)
@@ -187,13 +191,13 @@ int TouchButton::naturalCaptionWidth() const
 QSize TouchButton::minimumSizeHint() const
 {
     // Big enough to hit with an unsteady hand, whatever the caption.
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     return QSize(qMax(56, qRound(px * 2.5)), qMax(52, qRound(px * 2.3)));
 }
 
 QSize TouchButton::sizeHint() const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     const int sidePadding = 2 * (Margin + qRound(px * 0.6));
     // Long captions wrap at about ten characters rather than making a bar.
     int width = qMin(naturalCaptionWidth(), px * 10) + sidePadding;
@@ -212,7 +216,7 @@ bool TouchButton::hasHeightForWidth() const
 
 int TouchButton::heightForWidth(int width) const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     int textWidth = width - 2 * (Margin + qRound(px * 0.6));
     if (m_toggles)
         textWidth -= checkMarkSize() + px / 3;
@@ -225,9 +229,11 @@ int TouchButton::heightForWidth(int width) const
     return qMax(height, minimumSizeHint().height());
 }
 
+// The size hints above ask for roomy padding; when a layout or a fixed
+// geometry gives less, the caption may use the face nearly to its edge.
 QRect TouchButton::contentBox() const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     const int side = Margin + qRound(px * 0.35);
     const int top = Margin + qRound(px * 0.2);
     return rect().adjusted(side, top, -side, -top);
@@ -235,12 +241,12 @@ QRect TouchButton::contentBox() const
 
 int TouchButton::checkMarkSize() const
 {
-    return qRound(pixelSizeOf(font()) * 1.1);
+    return qRound(TouchTheme::pixelSize(font()) * 1.1);
 }
 
 QRect TouchButton::captionBox(const QRect &content) const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     QRect box = content;
     if (m_toggles)
         box.setLeft(box.left() + checkMarkSize() + px / 3);

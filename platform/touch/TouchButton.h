@@ -10,7 +10,8 @@
 // The tip is the hint that the workspace shows in its information bar while the
 // pointer rests on the button (pointerEntered / pointerLeft). Before playing
 // its skin sound the button asks its owner through soundQuery, whose handler
-// may set the suppress flag (16-bit, non-zero = stay silent).
+// may set the suppress flag (16-bit, non-zero = stay silent); the flag is
+// passed by reference, so the handler must be connected directly.
 //
 // Caption and tip are also the accessible name and description, so that screen
 // readers and test drivers find the button by what it says.
@@ -71,6 +72,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void nextCheckState() override;
+    bool hitButton(const QPoint &pos) const override;
 
 private:
     void playSound();

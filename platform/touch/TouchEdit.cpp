@@ -3,15 +3,9 @@
 #include "platform/touch/TouchTheme.h"
 
 #include <QFocusEvent>
-
-namespace {
-
-int pixelSizeOf(const QFont &font)
-{
-    return font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
-}
-
-} // namespace
+#include <QInputMethodEvent>
+#include <QPainter>
+#include <QStyleOptionFrame>
 
 TouchEdit::TouchEdit(QWidget *parent)
     : QLineEdit(parent)
@@ -24,7 +18,7 @@ TouchEdit::TouchEdit(QWidget *parent)
 void TouchEdit::applyLook()
 {
     // Padding grows with the type, so a scaled field keeps its proportions.
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     if (px == m_lookPixelSize)
         return;
     m_lookPixelSize = px;
@@ -80,18 +74,20 @@ void TouchEdit::setTip(const QString &tip)
 
 QString TouchEdit::prompt() const
 {
-    return placeholderText();
+    return m_prompt;
 }
 
 void TouchEdit::setPrompt(const QString &prompt)
 {
-    setPlaceholderText(prompt);
+    m_prompt = prompt;
     updateAccessibleName();
+    updateGeometry();
+    update();
 }
 
 void TouchEdit::updateAccessibleName()
 {
-    setAccessibleName(m_caption.isEmpty() ? placeholderText() : m_caption);
+    setAccessibleName(m_caption.isEmpty() ? m_prompt : m_caption);
 }
 
 int TouchEdit::imeMode() const
@@ -125,13 +121,13 @@ void TouchEdit::setIndex(int index)
 QSize TouchEdit::sizeHint() const
 {
     const QSize base = QLineEdit::sizeHint();
-    const int promptWidth = QFontMetrics(font()).horizontalAdvance(placeholderText()) + pixelSizeOf(font()) * 2;
+    const int promptWidth = QFontMetrics(font()).horizontalAdvance(m_prompt) + TouchTheme::pixelSize(font()) * 2;
     return QSize(qMax(base.width(), promptWidth), qMax(base.height(), minimumSizeHint().height()));
 }
 
 QSize TouchEdit::minimumSizeHint() const
 {
-    const int px = pixelSizeOf(font());
+    const int px = TouchTheme::pixelSize(font());
     return QSize(px * 4, qMax(QLineEdit::minimumSizeHint().height(), qRound(px * 2.2)));
 }
 
@@ -151,4 +147,29 @@ void TouchEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
     emit focusEntered();
+}
+
+void TouchEdit::inputMethodEvent(QInputMethodEvent *event)
+{
+    // While the input method composes, the field is not empty to the eye.
+    m_composing = !event->preeditString().isEmpty();
+    QLineEdit::inputMethodEvent(event);
+    update();
+}
+
+void TouchEdit::paintEvent(QPaintEvent *event)
+{
+    QLineEdit::paintEvent(event);
+    if (m_prompt.isEmpty() || !text().isEmpty() || m_composing)
+        return;
+    QStyleOptionFrame option;
+    initStyleOption(&option);
+    QRect box = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    const QMargins margins = textMargins();
+    box = box.adjusted(margins.left() + 2, margins.top(), -margins.right() - 2, -margins.bottom());
+    const int flags = Qt::AlignLeft | Qt::AlignVCenter;
+    QPainter painter(this);
+    painter.setFont(TouchTheme::fittedFont(font(), m_prompt, box, flags));
+    painter.setPen(TouchTheme::promptInk());
+    painter.drawText(box, flags, m_prompt);
 }

@@ -3,7 +3,9 @@
 #include <QLineEdit>
 
 // A large one-line text field with a prompt that stands in it while it is
-// empty ("タイトルを入力してください"). The IME mode tells which kind of input
+// empty ("タイトルを入力してください"). The prompt is drawn here rather than as
+// Qt's placeholder, which would cut a long prompt short with "..."; this one
+// shrinks its type until the whole prompt fits. The IME mode tells which kind of input
 // the field wants (4 = hiragana); the input-method bridge reads it, and
 // imeModeChanged / focusEntered tell it when to act.
 class TouchEdit : public QLineEdit
@@ -63,6 +65,8 @@ protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void inputMethodEvent(QInputMethodEvent *event) override;
     void changeEvent(QEvent *event) override;
 
 private:
@@ -70,6 +74,8 @@ private:
     void applyLook();
 
     QString m_caption;
+    QString m_prompt;
+    bool m_composing = false;
     QString m_tip;
     int m_lookPixelSize = 0;
     int m_imeMode = ImeNoControl;

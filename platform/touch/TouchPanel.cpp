@@ -2,6 +2,7 @@
 
 #include "platform/touch/TouchTheme.h"
 
+#include <QApplication>
 #include <QLinearGradient>
 #include <QMouseEvent>
 #include <QPainter>
@@ -47,7 +48,7 @@ void TouchPanel::setCaption(const QString &caption)
     setWindowTitle(caption);
     setAccessibleName(caption);
     updateMargins();
-    update();
+    invalidateFrame();
 }
 
 QString TouchPanel::tip() const
@@ -71,10 +72,13 @@ void TouchPanel::setDraggable(bool draggable)
     m_draggable = draggable;
     if (draggable && m_tip.isEmpty())
         setTip(dragTip());
+    else if (!draggable && m_tip == dragTip())
+        setTip(QString());
     if (draggable)
         setCursor(Qt::OpenHandCursor);
     else
         unsetCursor();
+    invalidateFrame();
 }
 
 bool TouchPanel::isFrameActive() const
@@ -85,7 +89,7 @@ bool TouchPanel::isFrameActive() const
 void TouchPanel::setFrameActive(bool active)
 {
     m_frameActive = active;
-    update();
+    invalidateFrame();
 }
 
 bool TouchPanel::isSoundPlaying() const
@@ -172,8 +176,10 @@ void TouchPanel::updateMargins()
 void TouchPanel::changeEvent(QEvent *event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::FontChange)
+    if (event->type() == QEvent::FontChange) {
         updateMargins();
+        invalidateFrame();
+    }
 }
 
 QSize TouchPanel::sizeHint() const
@@ -207,6 +213,7 @@ void TouchPanel::mousePressEvent(QMouseEvent *event)
     if (isWindow() && windowHandle() && windowHandle()->startSystemMove())
         return;
     m_dragging = true;
+    m_dragStarted = false;
     m_pressGlobal = event->globalPosition().toPoint();
     m_startPos = pos();
     setCursor(Qt::ClosedHandCursor);
@@ -219,7 +226,12 @@ void TouchPanel::mouseMoveEvent(QMouseEvent *event)
         return;
     }
     event->accept();
-    move(keptInsideParent(m_startPos + (event->globalPosition().toPoint() - m_pressGlobal)));
+    const QPoint travelled = event->globalPosition().toPoint() - m_pressGlobal;
+    // An unsteady hand that only meant to click must not nudge the box.
+    if (!m_dragStarted && travelled.manhattanLength() < QApplication::startDragDistance())
+        return;
+    m_dragStarted = true;
+    move(keptInsideParent(m_startPos + travelled));
 }
 
 void TouchPanel::mouseReleaseEvent(QMouseEvent *event)
@@ -251,7 +263,30 @@ void TouchPanel::leaveEvent(QEvent *event)
 
 void TouchPanel::paintEvent(QPaintEvent *)
 {
+    // The frame only changes with the size, title or state; a panel dragged
+    // across the screen repaints often, so it is drawn once and kept.
+    const qreal ratio = devicePixelRatioF();
+    const QSize pixels = (QSizeF(size()) * ratio).toSize();
+    if (m_frameDirty || m_frame.size() != pixels) {
+        m_frame = QPixmap(pixels);
+        m_frame.setDevicePixelRatio(ratio);
+        m_frame.fill(Qt::transparent);
+        QPainter framePainter(&m_frame);
+        paintFrame(framePainter);
+        m_frameDirty = false;
+    }
     QPainter painter(this);
+    painter.drawPixmap(0, 0, m_frame);
+}
+
+void TouchPanel::invalidateFrame()
+{
+    m_frameDirty = true;
+    update();
+}
+
+void TouchPanel::paintFrame(QPainter &painter)
+{
     painter.setRenderHint(QPainter::Antialiasing);
     const QRectF frame = frameRect();
 

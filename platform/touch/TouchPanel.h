@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPixmap>
 #include <QPoint>
 #include <QWidget>
 
@@ -79,6 +80,8 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    void paintFrame(QPainter &painter);
+    void invalidateFrame();
     int titleHeight() const;
     QRectF frameRect() const;
     void updateMargins();
@@ -90,7 +93,10 @@ private:
     bool m_frameActive = true;
     bool m_soundPlaying = false;
     bool m_dragging = false;
+    bool m_dragStarted = false; // the pointer has travelled far enough to move
     QPoint m_pressGlobal;
     QPoint m_startPos;
     int m_index = -1;
+    QPixmap m_frame;
+    bool m_frameDirty = true;
 };

@@ -9,7 +9,7 @@ QColor TouchTheme::paper() { return QColor(0xFF, 0xFA, 0xEE); }
 QColor TouchTheme::buttonTop() { return QColor(0xFF, 0xFD, 0xF7); }
 QColor TouchTheme::buttonBottom() { return QColor(0xF5, 0xE6, 0xCC); }
 QColor TouchTheme::hoverTop() { return QColor(0xFF, 0xF4, 0xDE); }
-QColor TouchTheme::hoverBottom() { return QColor(0xFC, 0xD9, 0xA6); }
+QColor TouchTheme::hoverBottom() { return QColor(0xFD, 0xE4, 0xBE); }
 QColor TouchTheme::downTop() { return QColor(0xF6, 0xBE, 0x7C); }
 QColor TouchTheme::downBottom() { return QColor(0xFB, 0xD6, 0xA4); }
 QColor TouchTheme::disabledFace() { return QColor(0xEE, 0xEA, 0xE3); }
@@ -58,15 +58,18 @@ int TouchTheme::smallestPixelSize()
     return 11;
 }
 
+int TouchTheme::pixelSize(const QFont &font)
+{
+    return font.pixelSize() > 0 ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
+}
+
 QFont TouchTheme::fittedFont(const QFont &font, const QString &text, const QRect &box, int flags)
 {
     QFont fitted = font;
     if (text.isEmpty() || box.width() <= 0 || box.height() <= 0)
         return fitted;
-    const bool inPixels = font.pixelSize() > 0;
-    int size = inPixels ? font.pixelSize() : qRound(font.pointSizeF() * 96.0 / 72.0);
-    if (inPixels == false)
-        fitted.setPixelSize(size);
+    int size = pixelSize(font);
+    fitted.setPixelSize(size);
     while (size > smallestPixelSize()) {
         const QRect needed = QFontMetrics(fitted).boundingRect(box, flags, text);
         if (needed.width() <= box.width() && needed.height() <= box.height())

@@ -39,6 +39,8 @@ public:
     static QFont captionFont(int pixelSize = 24);
     static QFont titleFont(int pixelSize = 26);
     static int smallestPixelSize();
+    // The font's size in pixels, also for a font given in points.
+    static int pixelSize(const QFont &font);
 
     // The largest font no bigger than `font` whose wrapped text fits `box`;
     // never smaller than smallestPixelSize(). Captions must never be cut off.

@@ -55,6 +55,7 @@ class TestUserForm : public QObject
 private slots:
     void parentAndContainerTellFormsFromControls();
     void moveDragsTheBoxAndReleasesTheControl();
+    void moveCarriesAWindowWhereTheWindowManagerCannot();
     void sizeFollowsTheEdgeCode_data();
     void sizeFollowsTheEdgeCode();
     void menuBoxFlipsWhenWrittenFalse();
@@ -121,6 +122,27 @@ void TestUserForm::moveDragsTheBoxAndReleasesTheControl()
     QTest::mouseRelease(&desk.form, Qt::LeftButton, {}, QPoint(240, 150));
     QCOMPARE(desk.box->pos(), QPoint(190, 130));
     QCOMPARE(desk.grip->releases.size(), 1);
+}
+
+void TestUserForm::moveCarriesAWindowWhereTheWindowManagerCannot()
+{
+    // No window manager runs here, so the move is carried out by hand.
+    QWidget window;
+    window.setGeometry(100, 100, 300, 200);
+    auto *grip = new Grip(&window);
+    grip->setGeometry(0, 0, 300, 40);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    const QPoint start = window.pos();
+    UserForm shaper;
+    shaper.SetWindow(&window);
+
+    pressOn(grip, QPoint(10, 10));
+    shaper.Move(grip);
+    QCOMPARE(grip->releases.size(), 1);
+    QTest::mouseMove(grip, QPoint(60, 40));
+    QTRY_COMPARE(window.pos(), start + QPoint(50, 30));
+    QTest::mouseRelease(grip, Qt::LeftButton, {}, QPoint(10, 10));
 }
 
 void TestUserForm::sizeFollowsTheEdgeCode_data()

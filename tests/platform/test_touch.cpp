@@ -71,10 +71,13 @@ void TestTouch::buttonClickIsMomentaryUnlessItToggles()
     QVERIFY(!push.isDown());
     QCOMPARE(clicked.count(), 1);
     QCOMPARE(push.value(), false);
-    // A press that ends outside the button is no click.
+    // A release just past the edge still clicks; one well outside does not.
+    QTest::mousePress(&push, Qt::LeftButton);
+    QTest::mouseRelease(&push, Qt::LeftButton, {}, QPoint(push.width() + 3, 5));
+    QCOMPARE(clicked.count(), 2);
     QTest::mousePress(&push, Qt::LeftButton);
     QTest::mouseRelease(&push, Qt::LeftButton, {}, QPoint(push.width() + 40, 5));
-    QCOMPARE(clicked.count(), 1);
+    QCOMPARE(clicked.count(), 2);
 
     // A tab set pressed by its owner stays pressed through a click.
     push.setValue(true);
@@ -239,6 +242,29 @@ void TestTouch::controlsAreNamedForAssistiveTechnology()
     button.setCaption(QStringLiteral("電卓"));
     QCOMPARE(accessibleText(&button, QAccessible::Name), QStringLiteral("電卓"));
 
+    // A plain button reads as a push button; pressed while its value is on.
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(&button);
+    QCOMPARE(face->role(), QAccessible::Button);
+    QVERIFY(!face->state().pressed);
+    QVERIFY(!face->state().checkable);
+    button.setValue(true);
+    QVERIFY(face->state().pressed);
+    // Pressing it through the accessibility interface clicks it.
+    QSignalSpy clicked(&button, &QAbstractButton::clicked);
+    face->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
+    QCOMPARE(clicked.count(), 1);
+
+    // A check box reads as one, ticked or not.
+    TouchButton check(QStringLiteral("ポイントした場所のヒントを表示する"));
+    check.setToggles(true);
+    QAccessibleInterface *box = QAccessible::queryAccessibleInterface(&check);
+    QCOMPARE(box->role(), QAccessible::CheckBox);
+    QVERIFY(box->state().checkable);
+    QVERIFY(!box->state().checked);
+    box->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    QVERIFY(check.value());
+    QVERIFY(box->state().checked);
+
     TouchPanel panel(QStringLiteral("スタート"));
     panel.setDraggable(true);
     QCOMPARE(accessibleText(&panel, QAccessible::Name), QStringLiteral("スタート"));
@@ -282,6 +308,13 @@ void TestTouch::panelDragsByItsOwnSurfaceInsideItsParent()
     QCOMPARE(finished.count(), 1);
     QCOMPARE(finished.at(0).at(0).toPoint(), QPoint(50, 40));
     QCOMPARE(finished.at(0).at(1).toPoint(), QPoint(150, 40));
+
+    // A trembling click does not nudge it.
+    QTest::mousePress(panel, Qt::LeftButton, {}, QPoint(30, 20));
+    QTest::mouseMove(panel, QPoint(32, 21));
+    QTest::mouseRelease(panel, Qt::LeftButton, {}, QPoint(32, 21));
+    QCOMPARE(panel->pos(), QPoint(150, 40));
+    QCOMPARE(finished.count(), 1);
 
     // Dragged far past the corner, it stops at the parent's edge.
     QTest::mousePress(panel, Qt::LeftButton, {}, QPoint(30, 20));
@@ -340,7 +373,7 @@ void TestTouch::editShowsItsPromptWhileEmpty()
     prompted.resize(480, prompted.sizeHint().height());
     TouchEdit bare;
     bare.resize(prompted.size());
-    QCOMPARE(prompted.placeholderText(), QStringLiteral("タイトルを入力してください"));
+    QCOMPARE(prompted.prompt(), QStringLiteral("タイトルを入力してください"));
 
     // The prompt is drawn in its own soft colour and leaves with the first letter.
     auto promptPixels = [](const QImage &image) {
@@ -362,8 +395,29 @@ void TestTouch::editShowsItsPromptWhileEmpty()
 
     // The prompt fits in the field the size hint asks for.
     prompted.clear();
-    QVERIFY(prompted.sizeHint().width()
-            > QFontMetrics(prompted.font()).horizontalAdvance(prompted.placeholderText()));
+    QVERIFY(prompted.sizeHint().width() > QFontMetrics(prompted.font()).horizontalAdvance(prompted.prompt()));
+    // While the input method composes the first word, the prompt steps aside.
+    QInputMethodEvent composing(QStringLiteral("にほん"), {});
+    QCoreApplication::sendEvent(&prompted, &composing);
+    QVERIFY(promptPixels(prompted.grab().toImage()) < 10);
+    QInputMethodEvent cancelled(QString(), {});
+    QCoreApplication::sendEvent(&prompted, &cancelled);
+    QVERIFY(promptPixels(prompted.grab().toImage()) > 40);
+
+    // Scaled with the rest of the window, the field grows with its type.
+    TouchEdit scaled;
+    scaled.setPrompt(QStringLiteral("タイトルを入力してください"));
+    const QSize before = scaled.sizeHint();
+    ControlScaler::scale(&scaled, 200);
+    QCOMPARE(scaled.font().pixelSize(), 48);
+    QVERIFY(scaled.sizeHint().height() > before.height() * 3 / 2);
+    QVERIFY(scaled.sizeHint().width() > before.width() * 3 / 2);
+
+    // A field too narrow for its prompt still shows it, in smaller type.
+    TouchEdit narrow;
+    narrow.setPrompt(QStringLiteral("タイトルを入力してください"));
+    narrow.resize(200, narrow.sizeHint().height());
+    QVERIFY(promptPixels(narrow.grab().toImage()) > 20);
 }
 
 void TestTouch::editKeepsTheImeModeTheAppletAsksFor()

@@ -6,13 +6,17 @@
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchPanel.h"
 #include "platform/touch/TouchTheme.h"
+#include "tools/FlatScrollBar.h"
 
 #include <QDir>
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QPainter>
 #include <QPainterPath>
+#include <QScrollBar>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <QtTest>
 
@@ -64,7 +68,7 @@ private slots:
 void TestTouchGallery::rendersAFriendlyWorkspace()
 {
     Backdrop window;
-    window.resize(1100, 720);
+    window.resize(1480, 820);
 
     auto *outer = new QVBoxLayout(&window);
     outer->setContentsMargins(24, 20, 24, 20);
@@ -72,23 +76,39 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
 
     auto *mainRow = new QHBoxLayout;
     mainRow->setSpacing(14);
-    const QList<std::pair<QString, QChar>> channels = {
-        {QStringLiteral("終了"), QChar(0x00D7)},
-        {QStringLiteral("ヘルプ"), QChar(u'?')},
-        {QStringLiteral("設定"), QChar(0x2699)},
-        {QStringLiteral("文字入力"), QChar(u'あ')},
-        {QStringLiteral("電卓"), QChar(u'=')},
-        {QStringLiteral("印刷"), QChar(u'P')},
+    struct Channel
+    {
+        QString caption;
+        QChar symbol;
+        QString tip;
+    };
+    const QList<Channel> channels = {
+        {QStringLiteral("終了"), QChar(0x00D7), QStringLiteral("クリックすると、編集したドキュメントを自動保存して終了します。")},
+        {QStringLiteral("ヘルプ"), QChar(u'?'), QStringLiteral("クリックすると、ヘルプを参照します。必要であれば、インターネットに接続して最新情報を確認できます。")},
+        {QStringLiteral("設定"), QChar(0x2699), QStringLiteral("クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。")},
+        {QStringLiteral("文字入力"), QChar(u'あ'), QStringLiteral("クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。")},
+        {QStringLiteral("電卓"), QChar(u'='), QStringLiteral("クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。")},
+        {QStringLiteral("印刷"), QChar(u'P'), QStringLiteral("クリックすると、表示されているドキュメントを印刷します。まずはプリンタの準備をしておいてください。")},
     };
     QList<TouchButton *> buttons;
-    for (const auto &[caption, symbol] : channels) {
-        auto *button = new TouchButton(caption);
-        button->setPicture(pictogram(symbol, TouchTheme::accent()));
+    for (const Channel &channel : channels) {
+        auto *button = new TouchButton(channel.caption);
+        button->setTip(channel.tip);
+        button->setPicture(pictogram(channel.symbol, TouchTheme::accent()));
         mainRow->addWidget(button);
         buttons << button;
     }
     buttons.last()->setEnabled(false);
     buttons[4]->setValue(true);
+    mainRow->addSpacing(40);
+
+    // One button in each state, side by side, to compare them by eye.
+    auto *plainState = new TouchButton(QStringLiteral("ふつう"));
+    auto *hoverState = new TouchButton(QStringLiteral("ポイント中"));
+    auto *downState = new TouchButton(QStringLiteral("押している"));
+    auto *longState = new TouchButton(QStringLiteral("クリックし続けると、後ろへ進んでいきます。"));
+    for (TouchButton *button : {plainState, hoverState, downState, longState})
+        mainRow->addWidget(button);
     mainRow->addStretch();
     outer->addLayout(mainRow);
 
@@ -144,16 +164,78 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
     sideLayout->addStretch();
     lower->addWidget(side, 2);
 
+    // A document list with flat scroll bars: the rows scroll, the columns all
+    // fit, so that bar stays in sight greyed out.
+    auto *recent = new TouchPanel(QStringLiteral("最近使ったドキュメント"));
+    recent->setDraggable(true);
+    auto *recentLayout = new QVBoxLayout(recent);
+    auto *list = new QTableWidget(12, 1);
+    list->horizontalHeader()->hide();
+    list->verticalHeader()->hide();
+    list->setShowGrid(false);
+    list->setFont(TouchTheme::captionFont(20));
+    list->setFrameShape(QFrame::NoFrame);
+    list->setStyleSheet(QStringLiteral("QTableWidget { background: #FFFFFF; border-radius: 8px; color: %1; selection-color: %1;"
+                                       " selection-background-color: %2; }")
+                            .arg(TouchTheme::ink().name(), TouchTheme::hoverBottom().name()));
+    for (int row = 0; row < list->rowCount(); ++row)
+        list->setItem(row, 0, new QTableWidgetItem(QStringLiteral("2026年11月%1日の日記").arg(row + 1)));
+    list->horizontalHeader()->setStretchLastSection(true);
+    list->verticalHeader()->setDefaultSectionSize(40);
+    list->selectRow(1);
+    recentLayout->addWidget(list);
+    lower->addWidget(recent, 2);
+    FlatScrollBar flatBars;
+    flatBars.SetWindow(list);
+    QVERIFY(flatBars.Initialize());
+
     outer->addLayout(lower, 1);
+
+    // The information bar: a panel without a title showing the hint of the
+    // button under the pointer, as the workspace does.
+    auto *infoBar = new TouchPanel;
+    auto *infoLayout = new QHBoxLayout(infoBar);
+    auto *topic = new QLabel;
+    topic->setFont(TouchTheme::titleFont(22));
+    auto *content = new QLabel;
+    content->setFont(TouchTheme::captionFont(20));
+    content->setWordWrap(true);
+    for (QLabel *label : {topic, content})
+        label->setStyleSheet(QStringLiteral("color: %1;").arg(TouchTheme::ink().name()));
+    infoLayout->addWidget(topic);
+    infoLayout->addWidget(content, 1);
+    outer->addWidget(infoBar);
+    for (TouchButton *button : buttons) {
+        connect(button, &TouchButton::pointerEntered, infoBar, [=] {
+            topic->setText(button->caption());
+            content->setText(button->tip());
+        });
+        connect(button, &TouchButton::pointerLeft, infoBar, [=] {
+            topic->clear();
+            content->clear();
+        });
+    }
 
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QEnterEvent enter(QPointF(5, 5), QPointF(5, 5), QPointF(5, 5));
+    QCoreApplication::sendEvent(hoverState, &enter);
+    QCoreApplication::sendEvent(buttons[1], &enter);
+    QCOMPARE(topic->text(), QStringLiteral("ヘルプ"));
+    downState->setDown(true);
 
     // Laid out by their own size hints, no caption needs to shrink to fit.
     for (TouchButton *button : window.findChildren<TouchButton *>()) {
         QVERIFY2(button->height() >= button->heightForWidth(button->width()) - 1, qPrintable(button->caption()));
         QVERIFY2(button->width() >= button->minimumSizeHint().width(), qPrintable(button->caption()));
     }
+
+    flatBars.Refresh();
+    flatBars.HScrollRange(0, 99);
+    flatBars.SetHScrollPage(100);
+    QCoreApplication::processEvents();
+    QVERIFY(list->horizontalScrollBar()->isVisible());
+    QVERIFY(!list->horizontalScrollBar()->isEnabled());
 
     const QImage shot = window.grab().toImage();
     const QString target = qEnvironmentVariableIsSet("LANTERN_GALLERY")
@@ -173,6 +255,12 @@ void TestTouchGallery::rendersAFriendlyWorkspace()
     QVERIFY2(raised != pressed, qPrintable(raised.name() + pressed.name()));
     QVERIFY2(raised != disabled, qPrintable(raised.name() + disabled.name()));
     QVERIFY(pressed.red() > pressed.blue() + 60);
+
+    // Kept on screen on request, for tools that look at the running window
+    // from outside (screen readers, test drivers).
+    const int hold = qEnvironmentVariableIntValue("LANTERN_GALLERY_HOLD_MS");
+    if (hold > 0)
+        QTest::qWait(hold);
 }
 
 QTEST_MAIN(TestTouchGallery)
