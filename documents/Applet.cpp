@@ -158,7 +158,7 @@ void Applet::KeyCheckFromDialog(qint32 &first, qint32 &, QString &)
     InfoDlg_KeyCheck(first);
 }
 
-void Applet::Printing_Define(qint16, QObject *)
+void Applet::Printing_Define(qint16, QSizeF *)
 {
     if (!m_printing || sender() != m_printing)
         return;

@@ -81,7 +81,7 @@ public slots:
     // that has the focus into hiragana input (mode 4).
     void InfoDlg_KeyCheck(qint32 code);
     // A print job starts: hands the document's printer set-up to the printer.
-    void Printing_Define(qint16 tag, QObject *page);
+    void Printing_Define(qint16 tag, QSizeF *page);
 
 signals:
     // The host's events, in the order its handlers number them.
