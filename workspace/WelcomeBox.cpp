@@ -7,6 +7,7 @@
 #include "tools/FlatScrollBar.h"
 
 #include <QHBoxLayout>
+#include <QEvent>
 #include <QHeaderView>
 #include <QLabel>
 #include <QScrollBar>
@@ -83,19 +84,18 @@ WelcomeBox::WelcomeBox(QWidget *parent)
     connect(newTab, &QAbstractButton::clicked, this, [this] { MenuBoxMiniChannels_Click(TemplatesTab); });
     connect(recentTab, &QAbstractButton::clicked, this, [this] { MenuBoxMiniChannels_Click(RecentTab); });
 
+    // The two tabs, what they mean, and the close button on one row.
     auto *intro = new QVBoxLayout;
-    intro->setSpacing(4);
+    intro->setSpacing(2);
     intro->addWidget(line(QStringLiteral("[新規作成] は、新しいドキュメントを表示・編集できます。"), this));
     intro->addWidget(line(QStringLiteral("[履歴] は、保存されたドキュメントを再び表示・編集できます。"), this));
     auto *head = new QHBoxLayout;
+    head->setSpacing(16);
+    head->addWidget(newTab);
+    head->addWidget(recentTab);
+    head->addSpacing(8);
     head->addLayout(intro, 1);
-    head->addWidget(close, 0, Qt::AlignTop);
-
-    auto *tabs = new QHBoxLayout;
-    tabs->setSpacing(16);
-    tabs->addWidget(newTab);
-    tabs->addWidget(recentTab);
-    tabs->addStretch();
+    head->addWidget(close);
 
     m_pages[0] = buildTemplatesPage();
     m_pages[1] = buildRecentPage();
@@ -103,7 +103,6 @@ WelcomeBox::WelcomeBox(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(12);
     layout->addLayout(head);
-    layout->addLayout(tabs);
     layout->addWidget(m_pages[0], 1);
     layout->addWidget(m_pages[1], 1);
 
@@ -190,6 +189,9 @@ QWidget *WelcomeBox::buildRecentPage()
             m_recent->horizontalScrollBar()->setValue(column);
     });
 
+    m_recent->installEventFilter(this);
+    m_recent->setMinimumHeight(150);
+
     m_scrollBar = new FlatScrollBar(this);
     m_scrollBar->SetWindow(m_recent);
     m_scrollBar->Initialize();
@@ -215,13 +217,25 @@ void WelcomeBox::setBoxSize(const QSize &size)
     // The recent grid shows about four documents at a time, each a card.
     const int columnWidth = std::max(180, (size.width() - 360) / 4);
     m_recent->horizontalHeader()->setDefaultSectionSize(columnWidth);
-    const int titleHeight = std::max(90, size.height() / 4);
-    m_recent->verticalHeader()->setDefaultSectionSize(56);
-    m_recent->setRowHeight(0, titleHeight);
-    m_recent->setRowHeight(1, 56);
+    fitRecentRows();
     m_templates->verticalHeader()->setDefaultSectionSize(std::max(96, size.height() / 6));
     for (int row = 0; row < m_templates->rowCount(); ++row)
         m_templates->setRowHeight(row, std::max(96, size.height() / 6));
+}
+
+// The title row takes what the time row leaves of the grid's height.
+void WelcomeBox::fitRecentRows()
+{
+    const int timeHeight = 48;
+    m_recent->setRowHeight(1, timeHeight);
+    m_recent->setRowHeight(0, std::max(60, m_recent->viewport()->height() - timeHeight));
+}
+
+bool WelcomeBox::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_recent && event->type() == QEvent::Resize)
+        fitRecentRows();
+    return TouchPanel::eventFilter(watched, event);
 }
 
 void WelcomeBox::fillTemplates()

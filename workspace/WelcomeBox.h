@@ -65,7 +65,11 @@ signals:
     void documentChosen(const QString &path);
     void closeRequested();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
+    void fitRecentRows();
     QWidget *buildTemplatesPage();
     QWidget *buildRecentPage();
     TouchButton *addButton(int index, const QString &caption, const QString &tip);

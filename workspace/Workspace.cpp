@@ -61,13 +61,13 @@ struct ChannelText
 
 // The main buttons, by index.
 const ChannelText ChannelTexts[10] = {
-    {u"バージョン", u"Fernwick Nib 2007 バージョン 1.0　かんたん文書作成ソフト"},
+    {u"製品情報", u"Fernwick Nib 2007 バージョン 1.0　かんたん文書作成ソフト"},
     {u"電源を切る", u"クリックすると、編集したドキュメントを自動保存してコンピュータの電源を切ります。電源をつけると再び起動します。"},
     {u"終了", u"クリックすると、編集したドキュメントを自動保存して終了します。"},
     {u"ヘルプ", u"クリックすると、ヘルプを参照します。必要であれば、インターネットに接続して最新情報を確認できます。"},
     {u"設定", u"クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。"},
     {u"音楽", u"クリックするたびに、音楽・効果音を再生するかどうかを選択します。"},
-    {u"アニメーション", u"クリックするたびに、音声付きアニメーションを再生するかどうかを選択します。"},
+    {u"アニメ", u"クリックするたびに、音声付きアニメーションを再生するかどうかを選択します。"},
     {u"印刷", u"クリックすると、表示されているドキュメントを印刷します。まずはプリンタの準備をしておいてください。"},
     {u"電卓", u"クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。"},
     {u"文字入力", u"クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。"},
@@ -203,8 +203,10 @@ void Workspace::buildInfoBar()
         m_infoBar->update();
         sayWhenGraphic(QStringLiteral("Let's go home, please."));
     });
+    m_howToMonitor->setFont(TouchTheme::captionFont(20));
+    m_howToMonitor->setMinimumSize(96, 40);
     auto *layout = new QHBoxLayout(m_infoBar);
-    layout->setContentsMargins(18, 8, 12, 8);
+    layout->setContentsMargins(18, 0, 8, 0);
     layout->setSpacing(18);
     layout->addWidget(m_infoTopic);
     layout->addWidget(m_infoContent, 1);
