@@ -87,8 +87,8 @@ WelcomeBox::WelcomeBox(QWidget *parent)
     // The two tabs, what they mean, and the close button on one row.
     auto *intro = new QVBoxLayout;
     intro->setSpacing(2);
-    intro->addWidget(line(QStringLiteral("[新規作成] は、新しいドキュメントを表示・編集できます。"), this));
-    intro->addWidget(line(QStringLiteral("[履歴] は、保存されたドキュメントを再び表示・編集できます。"), this));
+    intro->addWidget(line(QStringLiteral("[新規作成] は、新しいドキュメントを表示・編集できます。"), this, 20));
+    intro->addWidget(line(QStringLiteral("[履歴] は、保存されたドキュメントを再び表示・編集できます。"), this, 20));
     auto *head = new QHBoxLayout;
     head->setSpacing(16);
     head->addWidget(newTab);
@@ -214,8 +214,8 @@ QWidget *WelcomeBox::buildRecentPage()
 void WelcomeBox::setBoxSize(const QSize &size)
 {
     resize(size);
-    // The recent grid shows about four documents at a time, each a card.
-    const int columnWidth = std::max(180, (size.width() - 360) / 4);
+    // The recent grid shows three documents at a time, each a card.
+    const int columnWidth = std::max(200, (size.width() - 330) / 3);
     m_recent->horizontalHeader()->setDefaultSectionSize(columnWidth);
     fitRecentRows();
     m_templates->verticalHeader()->setDefaultSectionSize(std::max(96, size.height() / 6));

@@ -11,6 +11,7 @@
 #include "platform/touch/TouchPanel.h"
 #include "tools/InfoDlg.h"
 #include "tools/QuestionBox.h"
+#include "tools/FlatScrollBar.h"
 #include "workspace/ChimeClock.h"
 #include "workspace/SideMenuBar.h"
 #include "workspace/WelcomeBox.h"
@@ -24,6 +25,7 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
 #include <QTest>
@@ -108,6 +110,7 @@ private slots:
     void fontSizeLadderOnTheRealApplet();
     void alignmentBulletAndTimestamp();
     void copyMakesASecondFileTitledCopy();
+    void recentListOrderSearchAndScrolling();
     void revertAsksAndRestores();
     void deleteAsksFirst();
     void soundQueryRule();
@@ -418,6 +421,67 @@ void WorkspaceTest::copyMakesASecondFileTitledCopy()
     const DocumentRecord copy = Database::LoadDocument(w->currentPath(), Database::Sequential);
     QCOMPARE(copy.DocumentTitle, QStringLiteral("(コピー)"));
     QVERIFY(copy.Pages.first().Items.first().Text.contains(QStringLiteral("kakeibo")));
+}
+
+void WorkspaceTest::recentListOrderSearchAndScrolling()
+{
+    const struct
+    {
+        const char16_t *title;
+        int day;
+        const char *body;
+    } documents[] = {{u"旅行の計画", 3, "{\\rtf1\\ansi trip\\par}"},
+                     {u"", 9, "{\\rtf1\\ansi carrot soup\\par}"},
+                     {u"買い物", 1, "{\\rtf1\\ansi Carrots and eggs\\par}"},
+                     {u"日記", 7, "{\\rtf1\\ansi rain\\par}"},
+                     {u"旅行の写真", 5, "{\\rtf1\\ansi photos\\par}"}};
+    for (const auto &d : documents) {
+        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+        record.DocumentTitle = QString::fromUtf16(d.title);
+        record.Timestamp = QDateTime(QDate(2024, 6, d.day), QTime(10, 0, 0));
+        record.Pages[0].Items[0].Text = QString::fromLatin1(d.body);
+        // Named out of order: the list goes by the save time, not the name.
+        Database::SaveDocument(Database::NewFileName(QDateTime(QDate(2023, 1, 10 - d.day), QTime(8, 0, 0))), record,
+                               Database::Sequential);
+    }
+    w->setDocument(Workspace::WelcomeView);
+    WelcomeBox *welcome = w->welcomeBox();
+    QTableWidget *recent = welcome->MenuBoxFigures(WelcomeBox::RecentPage);
+    const auto titles = [recent] {
+        QStringList shown;
+        for (int column = 0; column < recent->columnCount(); ++column)
+            shown.append(recent->item(0, column)->text());
+        return shown;
+    };
+    QCOMPARE(titles(), (QStringList{"(なし)", "日記", "旅行の写真", "旅行の計画", "買い物"}));
+    QCOMPARE(recent->item(1, 0)->text(), QStringLiteral("2024年6月9日"));
+
+    // The keyword is looked for in titles and in the text, case ignored.
+    click(welcome->MenuBoxMiniChannels(WelcomeBox::RecentTab));
+    welcome->keywordField()->setText(QStringLiteral("旅行"));
+    click(welcome->MenuBoxMiniChannels(WelcomeBox::SearchButton));
+    QCOMPARE(titles(), (QStringList{"旅行の写真", "旅行の計画"}));
+    welcome->keywordField()->setText(QStringLiteral("CARROT"));
+    click(welcome->MenuBoxMiniChannels(WelcomeBox::SearchButton));
+    QCOMPARE(titles(), (QStringList{"(なし)", "買い物"}));
+    // The chosen entry is the one shown in that column.
+    clickCell(recent, 0, 1);
+    QCOMPARE(w->SideMenuBars(100)->titleField()->text(), QStringLiteral("買い物"));
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Save));
+    welcome->keywordField()->clear();
+    click(welcome->MenuBoxMiniChannels(WelcomeBox::SearchButton));
+    QCOMPARE(recent->columnCount(), 5);
+
+    // The scroll buttons move the list a column at a time; the flat bar follows.
+    QScrollBar *bar = recent->horizontalScrollBar();
+    QVERIFY(bar->maximum() > 0);
+    click(welcome->MenuBoxMiniChannels(WelcomeBox::ForwardButton));
+    QCOMPARE(bar->value(), 1);
+    QCOMPARE(welcome->scrollBar()->HScrollPosition(), 1);
+    click(welcome->MenuBoxMiniChannels(WelcomeBox::BackButton));
+    QCOMPARE(bar->value(), 0);
+    QCOMPARE(welcome->scrollBar()->HScrollPosition(), 0);
+    QVERIFY(welcome->MenuBoxMiniChannels(WelcomeBox::ForwardButton)->autoRepeat());
 }
 
 void WorkspaceTest::revertAsksAndRestores()
