@@ -1,4 +1,5 @@
 #include "app/Assistant.h"
+#include "platform/vb/VbLike.h"
 #include "app/Globals.h"
 #include "platform/CodePage932.h"
 #include "platform/ErrorTrap.h"
@@ -13,7 +14,6 @@
 #include <QDateTime>
 #include <QDir>
 #include <QGuiApplication>
-#include <QRegularExpression>
 #include <QScreen>
 
 namespace {
@@ -104,6 +104,8 @@ void Assistant::Character(QString &command)
         speak(c, command);
     }
 
+    // After moving about the character goes home to the top left corner;
+    // after speaking it comes to rest where it stands.
     step("Character: activate", [&] { c.Activate(); });
     if (resting)
         rest(c);
@@ -198,7 +200,7 @@ void Assistant::moveAndGesture(AgentCharacter &c, const QString &command)
     step("Character: move", [&] { c.GestureAt(point.x(), point.y()); });
 }
 
-bool Assistant::speak(AgentCharacter &c, QString &text)
+void Assistant::speak(AgentCharacter &c, QString &text)
 {
     bool japanese = false;
     step("Character: speak", [&] { japanese = isJapaneseVoice(c.TTSModeID()); });
@@ -206,7 +208,6 @@ bool Assistant::speak(AgentCharacter &c, QString &text)
         text = speechText(text);
     step("Character: speak", [&] { c.Get(QStringLiteral("State"), QStringLiteral("Speaking")); });
     step("Character: speak", [&] { c.Speak(text); });
-    return japanese;
 }
 
 void Assistant::moveHome(AgentCharacter &c)
@@ -271,11 +272,9 @@ QString Assistant::speechText(const QString &text)
 
 bool Assistant::isJapaneseVoice(const QString &ttsModeId)
 {
-    // The pattern "{[Aa]778[Ee]06?-[Aa]936-11[Dd]1-[Bb]17[Bb]-0020[Aa][Ff][Ee][Dd]142[Ee]}",
-    // where "?" stands for any one character.
-    static const QRegularExpression pattern(QStringLiteral(
-        R"(^\{[Aa]778[Ee]06.-[Aa]936-11[Dd]1-[Bb]17[Bb]-0020[Aa][Ff][Ee][Dd]142[Ee]\}$)"));
-    return pattern.match(ttsModeId).hasMatch();
+    // Both Japanese voices, in either letter case.
+    return VbLike::match(ttsModeId,
+                         QStringLiteral("{[Aa]778[Ee]06?-[Aa]936-11[Dd]1-[Bb]17[Bb]-0020[Aa][Ff][Ee][Dd]142[Ee]}"));
 }
 
 QString Assistant::characterId()

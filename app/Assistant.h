@@ -52,7 +52,7 @@ private:
     static void sayGoodbye(AgentCharacter &character);
     static void tellDateAndTime(AgentCharacter &character);
     static void moveAndGesture(AgentCharacter &character, const QString &command);
-    static bool speak(AgentCharacter &character, QString &text);
+    static void speak(AgentCharacter &character, QString &text);
     static void moveHome(AgentCharacter &character);
     static void rest(AgentCharacter &character);
 };

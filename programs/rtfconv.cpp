@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QLoggingCategory>
 #include <QTextDocument>
 
 #include <cstdio>
@@ -44,6 +45,8 @@ QByteArray bodyOfDocument(const QByteArray &file)
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
+    // The reader notes problems in the runtime log; here they are reported once, below.
+    QLoggingCategory::setFilterRules(QStringLiteral("lantern.runtime.warning=false"));
     const QStringList arguments = app.arguments();
     if (arguments.size() != 3 || (arguments.at(1) != "--text" && arguments.at(1) != "--rtf"))
         return usage();

@@ -85,8 +85,13 @@ AgentCharacter::AgentCharacter(const QString &id, const CharacterFile &file, QOb
     m_startTimer.setInterval(0);
     connect(&m_startTimer, &QTimer::timeout, this, &AgentCharacter::startNext);
 
+    m_mouthTimer.setInterval(40);
+    connect(&m_mouthTimer, &QTimer::timeout, this, &AgentCharacter::moveMouth);
+
     m_speechTimer.setSingleShot(true);
     connect(&m_speechTimer, &QTimer::timeout, this, [this] {
+        m_mouthTimer.stop();
+        m_mouthMoving = false;
         m_player->stop();
         showRestFrame();
         m_balloonTimer.start();
@@ -275,6 +280,8 @@ void AgentCharacter::abortAll()
 {
     m_startTimer.stop();
     m_speechTimer.stop();
+    m_mouthTimer.stop();
+    m_mouthMoving = false;
     m_idleTimer.stop();
     m_idleAnimating = false;
     m_player->stop();
@@ -351,8 +358,11 @@ void AgentCharacter::speakNow()
     const QString words = SpeechText::displayText(m_current->text);
 
     qint64 duration = 0;
+    m_voiced.clear();
     if (speech->hasAudio()) {
         duration = speech->durationMs() + SpeechTailMs;
+        for (const SpeechSynthesizer::Span &span : speech->voicedSpans())
+            m_voiced.append({span.startMs, span.endMs});
         emit speechAudioReady(speech->audioPath(), speech->durationMs());
         m_audio->play(speech->audioPath());
     } else {
@@ -360,14 +370,34 @@ void AgentCharacter::speakNow()
         for (const SpeechText::Piece &piece : SpeechText::split(m_current->text))
             pauses += piece.pauseMs;
         duration = std::max<qint64>(MinimumReadingMs, qint64(words.size()) * ReadingMsPerCharacter) + pauses;
+        m_voiced.append({0, duration});
     }
 
     if (Visible() && !words.isEmpty()) {
         m_balloonTimer.stop();
         m_balloon->showText(words, m_window->geometry());
-        playAnimation(stateAnimation(QStringLiteral("Speaking"), QStringLiteral("Speak")), true);
+        m_speechClock.start();
+        m_mouthTimer.start();
+        moveMouth();
     }
     m_speechTimer.start(int(duration));
+}
+
+void AgentCharacter::moveMouth()
+{
+    const qint64 now = m_speechClock.elapsed();
+    const bool voiced = std::any_of(m_voiced.cbegin(), m_voiced.cend(), [now](const QPair<qint64, qint64> &span) {
+        return span.first <= now && now < span.second;
+    });
+    if (voiced == m_mouthMoving)
+        return;
+    m_mouthMoving = voiced;
+    if (voiced) {
+        playAnimation(stateAnimation(QStringLiteral("Speaking"), QStringLiteral("Speak")), true);
+    } else {
+        m_player->stop();
+        showRestFrame();
+    }
 }
 
 void AgentCharacter::beginMove()

@@ -4,6 +4,7 @@
 #include "platform/agent/AnimationPlayer.h"
 #include "platform/agent/CharacterFile.h"
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QPoint>
 #include <QStringList>
@@ -98,6 +99,7 @@ private:
     void beginPlay();
     void beginSpeak();
     void speakNow();
+    void moveMouth();
     void beginMove();
     void beginGesture();
 
@@ -127,6 +129,11 @@ private:
     QTimer m_speechTimer;
     QTimer m_balloonTimer;
     QTimer m_idleTimer;
+    // The mouth moves while the voice is heard and rests in its pauses.
+    QTimer m_mouthTimer;
+    QElapsedTimer m_speechClock;
+    QList<QPair<qint64, qint64>> m_voiced;
+    bool m_mouthMoving = false;
     bool m_idleAnimating = false;
     QStringList m_log;
 };

@@ -65,8 +65,9 @@ void SpeechSynthesizer::launchPieces()
                 pieceDone(index, process);
         });
         QTimer::singleShot(PieceTimeoutMs, process, [process] { process->kill(); });
-        process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        // Its complaints ("No phoneme") add nothing to the note made below.
         process->setStandardOutputFile(QProcess::nullDevice());
+        process->setStandardErrorFile(QProcess::nullDevice());
         process->start(Voice::program(m_engine), Voice::arguments(m_engine, output));
         process->write(Voice::reading(piece.text).toUtf8() + '\n');
         process->closeWriteChannel();
@@ -108,17 +109,20 @@ void SpeechSynthesizer::join()
             break;
         }
     }
-    bool anySpeech = false;
+    QList<Span> voiced;
     for (int i = 0; i < m_pieces.size(); ++i) {
+        const qint64 start = joined.durationMs();
         if (m_pieces.at(i).text.isEmpty())
             joined.appendSilence(m_pieces.at(i).pauseMs);
-        else if (joined.append(m_clips.at(i)) && !m_clips.at(i).isEmpty())
-            anySpeech = true;
+        else if (!m_clips.at(i).isEmpty() && joined.append(m_clips.at(i)))
+            voiced.append({start, joined.durationMs()});
     }
+    const bool anySpeech = !voiced.isEmpty();
     const QString path = m_folder.filePath(QStringLiteral("speech.wav"));
     if (anySpeech && joined.save(path)) {
         m_audioPath = path;
         m_durationMs = joined.durationMs();
+        m_voiced = voiced;
     }
     m_clips.clear();
     finish();

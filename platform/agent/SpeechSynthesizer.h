@@ -27,10 +27,19 @@ public:
     void start(const QString &taggedText);
     void cancel();
 
+    // A stretch of the clip in which the voice is heard, in milliseconds.
+    struct Span
+    {
+        qint64 startMs = 0;
+        qint64 endMs = 0;
+    };
+
     bool isFinished() const { return m_finished; }
     bool hasAudio() const { return !m_audioPath.isEmpty(); }
     QString audioPath() const { return m_audioPath; }
     qint64 durationMs() const { return m_durationMs; }
+    // Where the pieces of text lie in the clip; the pauses lie between them.
+    QList<Span> voicedSpans() const { return m_voiced; }
 
 signals:
     void finished();
@@ -52,4 +61,5 @@ private:
     bool m_cancelled = false;
     QString m_audioPath;
     qint64 m_durationMs = 0;
+    QList<Span> m_voiced;
 };

@@ -20,7 +20,9 @@ class RtfReader
 {
 public:
     static bool read(const QByteArray &rtf, QTextDocument *document, QString *error = nullptr);
-    // RTF held in a QString: every character is one byte (they are all below 256).
+    // RTF held in a QString: every character is one byte (they are all below
+    // 256), unless the string holds characters beyond Latin-1: then it is RTF
+    // whose raw bytes were read as code page 932, and they are encoded back.
     static bool read(const QString &rtf, QTextDocument *document, QString *error = nullptr);
 
     // Inserts the RTF at the cursor, replacing its selection (pasting).

@@ -67,6 +67,11 @@ RtfTokenizer::Token RtfTokenizer::next()
     const qsizetype start = m_position;
     while (m_position < size) {
         const char t = m_data[m_position];
+        if (m_doubleByteCodePage != 0 && isLeadByte(static_cast<unsigned char>(t)) && m_position + 1 < size
+            && static_cast<unsigned char>(m_data[m_position + 1]) >= 0x40) {
+            m_position += 2;
+            continue;
+        }
         if (t == '{' || t == '}' || t == '\\' || isIgnorable(t))
             break;
         ++m_position;
@@ -137,6 +142,19 @@ bool RtfTokenizer::readControl(Token &token)
     if (m_position < size && m_data[m_position] == ' ')
         ++m_position; // the delimiting space belongs to the word
     return true;
+}
+
+void RtfTokenizer::setDoubleByteCodePage(int codePage)
+{
+    const bool doubleByte = codePage == 932 || codePage == 936 || codePage == 949 || codePage == 950;
+    m_doubleByteCodePage = doubleByte ? codePage : 0;
+}
+
+bool RtfTokenizer::isLeadByte(unsigned char byte) const
+{
+    if (m_doubleByteCodePage == 932)
+        return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
+    return byte >= 0x81 && byte <= 0xFE;
 }
 
 void RtfTokenizer::skipBytes(qint64 count)

@@ -24,6 +24,9 @@ public:
     explicit RtfTokenizer(QByteArrayView data);
 
     Token next();
+    // Raw text in a double-byte code page (932, 936, 949, 950): a lead byte
+    // takes the next byte with it, even a brace or a backslash.
+    void setDoubleByteCodePage(int codePage);
     // Passes over the data of \binN without reading it.
     void skipBytes(qint64 count);
     qsizetype position() const { return m_position; }
@@ -32,6 +35,9 @@ private:
     // Reads what follows a backslash; false when it yields no token.
     bool readControl(Token &token);
 
+    bool isLeadByte(unsigned char byte) const;
+
     QByteArrayView m_data;
     qsizetype m_position = 0;
+    int m_doubleByteCodePage = 0;
 };

@@ -39,6 +39,22 @@ struct CharProps
 
 const char hexDigits[] = "0123456789abcdef";
 
+// Lists with a symbol before each item are bullets; counted ones are numbered.
+ListKind listKindOf(const QTextList *list)
+{
+    if (!list)
+        return ListKind::None;
+    switch (list->format().style()) {
+    case QTextListFormat::ListDisc:
+    case QTextListFormat::ListCircle:
+    case QTextListFormat::ListSquare:
+    case QTextListFormat::ListStyleUndefined:
+        return ListKind::Bullet;
+    default:
+        return ListKind::Numbered;
+    }
+}
+
 class RtfComposer
 {
 public:
@@ -88,12 +104,9 @@ QByteArray RtfComposer::compose()
 
     ParaProps previous;
     bool first = true;
-    int number = 0;
     for (QTextBlock block = m_document->begin(); block.isValid(); block = block.next()) {
         const ParaProps props = paraPropsOf(block);
-        number = props.list == ListKind::Numbered && (first || previous.list == ListKind::Numbered) ? number + 1
-                 : props.list == ListKind::Numbered                                                ? 1
-                                                                                                   : 0;
+        const int number = block.textList() ? block.textList()->itemNumber(block) + 1 : 0;
         writeParagraphStart(props, first || !(props == previous), number);
         previous = props;
         first = false;
@@ -130,7 +143,7 @@ void RtfComposer::collectTables()
         }
     };
     for (QTextBlock block = m_document->begin(); block.isValid(); block = block.next()) {
-        if (block.textList())
+        if (listKindOf(block.textList()) == ListKind::Bullet)
             m_hasBullets = true;
         bool any = false;
         for (auto it = block.begin(); !it.atEnd(); ++it) {
@@ -194,18 +207,8 @@ ParaProps RtfComposer::paraPropsOf(const QTextBlock &block) const
     else if (horizontal & Qt::AlignJustify)
         props.alignment = 3;
 
-    if (const QTextList *list = block.textList()) {
-        switch (list->format().style()) {
-        case QTextListFormat::ListDisc:
-        case QTextListFormat::ListCircle:
-        case QTextListFormat::ListSquare:
-        case QTextListFormat::ListStyleUndefined:
-            props.list = ListKind::Bullet;
-            break;
-        default:
-            props.list = ListKind::Numbered;
-            break;
-        }
+    props.list = listKindOf(block.textList());
+    if (props.list != ListKind::None) {
         props.leftIndent = kListIndent;
         props.firstIndent = -kListIndent;
     } else {

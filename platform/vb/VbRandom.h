@@ -18,8 +18,10 @@ public:
     // Randomize n: keeps the low byte of the state and replaces the sixteen
     // bits above it with the two halves of the double n's high word, xored.
     static void randomize(double seed);
-    // Randomize Timer: seeds from the seconds since midnight as the runtime's
-    // single-precision Timer gives them (a new value every 1/64 s or so).
+    // Randomize Timer: seeds from the seconds since midnight, to the
+    // millisecond, rounded to single precision as the runtime's Timer is.
+    // Only the high word of that number reaches the state, so two starts
+    // within a few hundredths of a second get the same seed.
     static void randomizeTimer();
     static float timer();
 

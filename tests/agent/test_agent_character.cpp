@@ -63,6 +63,26 @@ private slots:
         QTRY_VERIFY(!character.balloon()->isVisible());
     }
 
+    void mouthRestsInThePauses()
+    {
+        if (Voice::installedEngine() == Voice::Engine::None)
+            QSKIP("no voice installed");
+        AgentCharacter character(QStringLiteral("Lantern"), CharacterFile::read(LanternFile));
+        Recorder recorder(character);
+        character.setTTSModeID(JapaneseVoice);
+        character.Show();
+        waitUntilIdle(character);
+        QSignalSpy ready(&character, &AgentCharacter::speechAudioReady);
+        character.Speak(QStringLiteral("\\Pau=1000\\はい"));
+        QVERIFY(ready.wait(20000));
+        // The clip opens with a second of silence: the balloon is up, the mouth still.
+        QVERIFY(character.balloon()->isVisible());
+        QTest::qWait(300);
+        QVERIFY(!recorder.animations.contains(QStringLiteral("Speak")));
+        QTRY_VERIFY_WITH_TIMEOUT(recorder.animations.contains(QStringLiteral("Speak")), 3000);
+        waitUntilIdle(character);
+    }
+
     void stopEmptiesTheQueue()
     {
         AgentCharacter character(QStringLiteral("Lantern"), CharacterFile::read(LanternFile));

@@ -3,6 +3,7 @@
 
 #include <QFile>
 #include <QPainter>
+#include <QRandomGenerator>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -95,6 +96,38 @@ private slots:
         file.write(bytes);
         file.close();
         QVERIFY_THROWS_EXCEPTION(VbError, CharacterFile::read(path));
+    }
+
+    void scrambledFilesNeverCrash()
+    {
+        QTemporaryDir dir;
+        const QString good = dir.filePath(QStringLiteral("GOOD.ACS"));
+        QVERIFY(smallCharacter().write(good));
+        QFile file(good);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray bytes = file.readAll();
+
+        // Bytes changed here and there, from the length fields to the pictures:
+        // every file either reads whole or is refused.
+        QRandomGenerator random(932);
+        const QString path = dir.filePath(QStringLiteral("SCRAMBLED.ACS"));
+        int refused = 0;
+        for (int round = 0; round < 300; ++round) {
+            QByteArray scrambled = bytes;
+            for (int i = 0; i < 1 + round % 4; ++i)
+                scrambled[random.bounded(int(scrambled.size()))] = char(random.bounded(256));
+            QFile out(path);
+            QVERIFY(out.open(QIODevice::WriteOnly));
+            out.write(scrambled);
+            out.close();
+            try {
+                const CharacterFile read = CharacterFile::read(path);
+                QVERIFY(!read.images.isEmpty() && !read.animations.isEmpty());
+            } catch (const VbError &) {
+                ++refused;
+            }
+        }
+        QVERIFY(refused > 0);
     }
 
     void missingFileFails()

@@ -2,7 +2,9 @@
 #include "platform/agent/Voice.h"
 #include "platform/agent/WaveAudio.h"
 
+#include <QFile>
 #include <QSignalSpy>
+#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -64,6 +66,20 @@ private slots:
         QVERIFY(longestQuiet >= paused.sampleRate()); // at least one second
     }
 
+    void voicedStretchesLieBetweenThePauses()
+    {
+        SpeechSynthesizer speech;
+        QSignalSpy finished(&speech, &SpeechSynthesizer::finished);
+        speech.start(QStringLiteral("\\Pau=1000\\はい\\Pau=500\\いいえ"));
+        QVERIFY(finished.wait(20000));
+        const QList<SpeechSynthesizer::Span> spans = speech.voicedSpans();
+        QCOMPARE(spans.size(), 2);
+        QCOMPARE(spans.at(0).startMs, 1000);
+        QVERIFY(spans.at(0).endMs > 1100);
+        QCOMPARE(spans.at(1).startMs, spans.at(0).endMs + 500);
+        QCOMPARE(spans.at(1).endMs, speech.durationMs());
+    }
+
     void piecesWithNothingToSayAreSkipped()
     {
         // "「" alone has nothing to pronounce: the clip starts with the pause.
@@ -73,6 +89,25 @@ private slots:
         QCOMPARE(WaveAudio(audio.sampleRate(), 1, audio.samples().mid(0, pause)).peak(), 0);
         QVERIFY(WaveAudio(audio.sampleRate(), 1, audio.samples().mid(pause)).rms() > 1000);
         QVERIFY(synthesize(QStringLiteral("「」")).isEmpty());
+    }
+
+    void espeakStandsInForOpenJTalk()
+    {
+        const QString espeak = QStandardPaths::findExecutable(QStringLiteral("espeak-ng"));
+        if (espeak.isEmpty())
+            QSKIP("espeak-ng is not installed");
+        const QByteArray path = qgetenv("PATH");
+        QTemporaryDir bin;
+        QVERIFY(QFile::link(espeak, bin.filePath(QStringLiteral("espeak-ng"))));
+        qputenv("PATH", bin.path().toUtf8());
+        const Voice::Engine engine = Voice::installedEngine();
+        const WaveAudio audio = synthesize(QStringLiteral("こんにちは\\Pau=1000\\さようなら"));
+        qputenv("PATH", path);
+        QCOMPARE(engine, Voice::Engine::EspeakNg);
+        QVERIFY(!audio.isEmpty());
+        QCOMPARE(audio.sampleRate(), 22050); // espeak-ng's own rate: this clip is not Open JTalk's
+        QVERIFY(audio.durationMs() > 1500);
+        QVERIFY(audio.rms() > 500);
     }
 
     void withoutAVoiceThereIsNoSound()

@@ -59,11 +59,12 @@ private slots:
     void readsExtensionsHalfWidthKanaAndRawBytes()
     {
         QTextDocument document;
-        // ① and ㈱ are NEC extensions, ｱ is one byte; the last character comes
-        // as raw 8-bit bytes rather than escapes.
-        const QByteArray rtf = japaneseHeader() + "\\'87\\'40\\'87\\'8a\\'b1" + QByteArray("\x8c\xea") + "}";
+        // ① and ㈱ are NEC extensions, ｱ is one byte; the last characters come
+        // as raw 8-bit bytes rather than escapes, with a brace and a backslash
+        // as second bytes of 本 and 表.
+        const QByteArray rtf = japaneseHeader() + "\\'87\\'40\\'87\\'8a\\'b1" + QByteArray("\x8c\xea\x96{\x95\\") + "}";
         QVERIFY(RtfReader::read(rtf, &document));
-        QCOMPARE(document.toPlainText(), u"①㈱ｱ語"_qs);
+        QCOMPARE(document.toPlainText(), u"①㈱ｱ語本表"_qs);
     }
 
     void readsOtherCodePagesByFont()
@@ -185,6 +186,21 @@ private slots:
         QVERIFY(!document.findBlockByNumber(3).textList());
     }
 
+    void readsWordListParagraphsAsBullets()
+    {
+        QTextDocument document;
+        const QByteArray rtf = "{\\rtf1\\ansi\\deff0{\\fonttbl{\\f0 Arial;}{\\f3\\fcharset2 Symbol;}}"
+                               "{\\*\\listtable{\\list\\listtemplateid1{\\listlevel\\levelnfc23{\\leveltext \\'01\\u-3913 ?;}}"
+                               "\\listid1}}{\\*\\listoverridetable{\\listoverride\\listid1\\ls1}}"
+                               "\\pard{\\listtext\\pard\\plain\\f3 \\'b7\\tab}\\ls1\\li720\\fi-360 one\\par"
+                               "{\\listtext\\pard\\plain\\f3 \\'b7\\tab}two\\par\\pard three\\par}";
+        QVERIFY(RtfReader::read(rtf, &document));
+        QCOMPARE(paragraphs(document), (QStringList{"one", "two", "three"}));
+        QVERIFY(document.findBlockByNumber(0).textList());
+        QCOMPARE(document.findBlockByNumber(0).textList(), document.findBlockByNumber(1).textList());
+        QVERIFY(!document.findBlockByNumber(2).textList());
+    }
+
     void readsNumberedParagraphs()
     {
         QTextDocument document;
@@ -244,6 +260,10 @@ private slots:
         const QString rtf = QString::fromLatin1(japaneseHeader() + "\\'93\\'fa\x8c\xea\\par}");
         QVERIFY(RtfReader::read(rtf, &document));
         QCOMPARE(document.toPlainText(), u"日語"_qs);
+
+        // A body whose raw bytes were already decoded as code page 932.
+        QVERIFY(RtfReader::read(QString::fromLatin1(japaneseHeader()) + u"本\\'93\\'fa\\par}"_qs, &document));
+        QCOMPARE(document.toPlainText(), u"本日"_qs);
     }
 
     void pastesAFragmentAtTheCursor()
@@ -280,6 +300,12 @@ private slots:
                                  &document));
         QCOMPARE(document.toPlainText(), QString("azzKbc"));
         QCOMPARE(formatAt(document, 4).fontPointSize(), 1638.0);
+
+        // Invalid Shift-JIS: a lead byte without its second byte, a byte that is
+        // no character. The text around them stays.
+        QVERIFY(RtfReader::read(QByteArray("{\\rtf1\\ansi\\ansicpg932 a\\'81\\'20b\\'fd\\'ffc\\'82}"), &document));
+        const QString text = document.toPlainText();
+        QVERIFY2(text.startsWith(u'a') && text.contains(u" b") && text.contains(u'c'), qPrintable(text));
     }
 
     void dropsGroupsNestedTooDeep()

@@ -137,6 +137,25 @@ private slots:
                             "\\pard after\\par\r\n}\r\n"));
     }
 
+    void writesNumberedParagraphsAndReadsThemBack()
+    {
+        QTextDocument document;
+        fill(&document, {"one", "two"});
+        QTextList *list = QTextCursor(document.begin()).createList(QTextListFormat::ListDecimal);
+        list->add(document.findBlockByNumber(1));
+        const QByteArray rtf = RtfWriter::write(&document);
+        QVERIFY(!rtf.contains("Symbol"));
+        QVERIFY2(rtf.contains("\\pard{\\pntext\\f0 1.\\tab}{\\*\\pn\\pnlvlbody\\pnf0\\pnindent0\\pnstart1\\pndec"
+                              "{\\pntxta.}}\\fi-360\\li360\\f0\\fs24 one\\par\r\n{\\pntext\\f0 2.\\tab}two\\par"),
+                 rtf.constData());
+        QTextDocument back;
+        QVERIFY(RtfReader::read(rtf, &back));
+        QCOMPARE(back.toPlainText(), QString("one\ntwo"));
+        QVERIFY(back.begin().textList());
+        QCOMPARE(back.begin().textList()->format().style(), QTextListFormat::ListDecimal);
+        QCOMPARE(back.begin().textList()->count(), 2);
+    }
+
     void writesColoursAndUnderline()
     {
         QTextDocument document;

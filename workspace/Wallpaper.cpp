@@ -1,0 +1,234 @@
+#include "workspace/Wallpaper.h"
+
+#include "app/Globals.h"
+#include "platform/RuntimeLog.h"
+#include "platform/vb/VbDatePart.h"
+#include "platform/vb/VbLike.h"
+#include "platform/vb/VbRandom.h"
+
+#include <QCoreApplication>
+#include <QDirIterator>
+#include <QImageReader>
+#include <QPainter>
+
+#include <cmath>
+
+namespace {
+
+struct Theme
+{
+    const char16_t *name;
+    const char16_t *stem;
+};
+
+constexpr Theme Themes[Wallpaper::ThemeCount] = {
+    {u"ウェブログ", u"ｳｪﾌﾞﾛｸﾞ"},
+    {u"マイナスイオン", u"ﾏｲﾅｽｲｵﾝ"},
+    {u"オーガニック", u"ｵｰｶﾞﾆｯｸ"},
+    {u"クールビズ", u"ｸｰﾙﾋﾞｽﾞ"},
+    {u"セレブリティ", u"ｾﾚﾌﾞﾘﾃｨ"},
+};
+
+constexpr int ThemeButtonBase = 100;    // theme n is button 100 + n
+constexpr int RotationButtonBase = 104; // types 2-6 are buttons 106-110
+constexpr int DesktopType = 6;
+
+// Settings written on Windows may still separate folders with backslashes.
+QString withSlashes(QString path)
+{
+    return path.replace(QLatin1Char('\\'), QLatin1Char('/'));
+}
+
+} // namespace
+
+Wallpaper::Wallpaper()
+    : m_folder(defaultPictureFolder())
+{
+}
+
+QString Wallpaper::defaultPictureFolder()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/SKIN/CG");
+}
+
+QString Wallpaper::themeName(int number)
+{
+    if (number < 1 || number > ThemeCount)
+        return QString();
+    return QString::fromUtf16(Themes[number - 1].name);
+}
+
+QString Wallpaper::themeStem(int number)
+{
+    if (number < 1 || number > ThemeCount)
+        return QString();
+    return QString::fromUtf16(Themes[number - 1].stem);
+}
+
+QString Wallpaper::themeFile(int number)
+{
+    const QString stem = themeStem(number);
+    return stem.isEmpty() ? QString() : stem + QStringLiteral(".JPEG");
+}
+
+int Wallpaper::themeMatching(const QString &fileName)
+{
+    // "?" stands for exactly one character, so the pattern takes names with a
+    // three-letter extension only.
+    for (int number = 1; number <= ThemeCount; ++number) {
+        if (VbLike::match(fileName, themeStem(number) + QStringLiteral(".???")))
+            return number;
+    }
+    return 0;
+}
+
+float Wallpaper::pickNumber(int type, const QDate &today)
+{
+    int part = 0;
+    switch (type) {
+    case 3:
+        part = VbDatePart::quarter(today);
+        break;
+    case 4:
+        part = VbDatePart::weekOfYear(today);
+        break;
+    case 5:
+        part = VbDatePart::weekday(today);
+        break;
+    default:
+        VbRandom::randomizeTimer();
+        return VbRandom::rnd();
+    }
+    // A negative argument restarts the generator at a point fixed by the
+    // number; the number used is the one drawn after that restart, so the
+    // same quarter, week or weekday always gives the same r.
+    VbRandom::rnd(-float(part));
+    return VbRandom::rnd();
+}
+
+int Wallpaper::entryFor(int count, float r)
+{
+    const float entry = float(count) * r + 1.0f;
+    return int(std::floor(entry));
+}
+
+int Wallpaper::pickIndex(int type, const QDate &today, int count)
+{
+    return entryFor(count, pickNumber(type, today));
+}
+
+QStringList Wallpaper::rotationList(const QString &folder)
+{
+    QStringList names;
+    QDirIterator it(folder, {QStringLiteral("*.???")}, QDir::Files);
+    while (it.hasNext()) {
+        it.next();
+        names.append(it.fileName());
+    }
+    return names;
+}
+
+void Wallpaper::apply()
+{
+    apply(QDate::currentDate());
+}
+
+void Wallpaper::apply(const QDate &today)
+{
+    const int type = Globals::WallpaperType;
+    if (type == DesktopType) {
+        clear();
+        m_pressedButton = RotationButtonBase + DesktopType;
+        m_desktop = DesktopBackground::current();
+        m_mode = Mode::Desktop;
+        return;
+    }
+
+    // Any other choice starts from a clean window with a picture of its own.
+    clear();
+    if (type >= 2 && type <= 5)
+        chooseRotation(type, today);
+    else if (type == 0 || type == 1)
+        choosePicture(type);
+    else
+        RuntimeLog::note("Wallpaper", QStringLiteral("unknown wallpaper type %1").arg(type));
+}
+
+void Wallpaper::chooseRotation(int type, const QDate &today)
+{
+    m_pressedButton = RotationButtonBase + type;
+    const float r = pickNumber(type, today);
+    const QStringList names = rotationList(m_folder);
+    if (names.isEmpty()) {
+        RuntimeLog::note("Wallpaper", QStringLiteral("no pictures in %1").arg(m_folder));
+        return;
+    }
+    const int entry = entryFor(names.size(), r);
+    if (entry < 1 || entry > names.size()) {
+        RuntimeLog::note("Wallpaper", QStringLiteral("entry %1 of %2 pictures").arg(entry).arg(names.size()));
+        return;
+    }
+    load(m_folder + QLatin1Char('/') + names.at(entry - 1), Mode::Stretched);
+}
+
+void Wallpaper::choosePicture(int type)
+{
+    if (type == 1) {
+        const int theme = themeMatching(Globals::WallpaperFile);
+        m_pressedButton = theme == 0 ? 0 : ThemeButtonBase + theme;
+    }
+    const QString path = m_folder + QLatin1Char('/') + withSlashes(Globals::WallpaperDirectory) + QLatin1Char('/')
+                         + withSlashes(Globals::WallpaperFile);
+    load(path, type == 1 ? Mode::Stretched : Mode::Natural);
+}
+
+bool Wallpaper::load(const QString &path, Mode mode)
+{
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    QImage picture = reader.read();
+    if (picture.isNull()) {
+        RuntimeLog::note("Wallpaper", QStringLiteral("%1: %2").arg(path, reader.errorString()));
+        return false;
+    }
+    m_picture = std::move(picture);
+    m_path = path;
+    m_mode = mode;
+    return true;
+}
+
+void Wallpaper::clear()
+{
+    m_mode = Mode::Nothing;
+    m_path.clear();
+    m_pressedButton = 0;
+    m_picture = QImage();
+    m_shown = QPixmap();
+    m_desktop = DesktopBackground();
+}
+
+void Wallpaper::paint(QPainter &painter, const QRect &area)
+{
+    switch (m_mode) {
+    case Mode::Nothing:
+        return;
+    case Mode::Desktop:
+        m_desktop.paint(painter, area);
+        return;
+    case Mode::Natural:
+        if (m_shown.isNull())
+            m_shown = QPixmap::fromImage(m_picture);
+        painter.save();
+        painter.setClipRect(area);
+        painter.drawPixmap(area.topLeft(), m_shown);
+        painter.restore();
+        return;
+    case Mode::Stretched:
+        // Scaling is slow; repaints of the same area reuse the scaled picture.
+        if (m_shown.size() != area.size())
+            m_shown = QPixmap::fromImage(
+                m_picture.scaled(area.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        painter.drawPixmap(area.topLeft(), m_shown);
+        return;
+    }
+}
