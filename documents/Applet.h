@@ -59,8 +59,9 @@ public:
     // 15. A named command with one argument.
     virtual QVariant Update(const QString &command, const QVariant &argument = QVariant());
 
-    // The current document, shared with the host, which owns it.
-    void setRecord(DocumentRecord *record);
+    // The current document, shared with the host, which owns it. The host
+    // calls this again whenever it puts other contents into the record.
+    virtual void setRecord(DocumentRecord *record);
     // The record, brought up to date with what the screen shows.
     DocumentRecord *record();
     // Writes what the screen shows into the record; the plain applet shows

@@ -49,6 +49,8 @@ double toCurrency(const QVariant &value)
 constexpr int IdleSyncMilliseconds = 1000;
 
 constexpr int DefaultPointSize = 12;
+// Room kept around the caret when the page scrolls to it, in pixels.
+constexpr int CaretMargin = 48;
 constexpr int GridRows = 20;
 constexpr int GridColumns = 8;
 
@@ -68,7 +70,6 @@ DatabaseApplet::DatabaseApplet(QWidget *parent)
     m_scrollArea->viewport()->setAutoFillBackground(false);
     m_sheet->setAutoFillBackground(false);
     m_scrollArea->setWidget(m_sheet);
-    m_scrollArea->setStyleSheet(QStringLiteral("QScrollArea { background: transparent; }"));
 
     // The patterns the placed boxes are made from; they never show.
     auto *wordPattern = new WordProcessor(m_sheet->paper());
@@ -196,6 +197,16 @@ QVariant DatabaseApplet::Update(const QString &command, const QVariant &)
     return QVariant();
 }
 
+void DatabaseApplet::setRecord(DocumentRecord *record)
+{
+    m_unsaved.clear();
+    m_recordText.clear();
+    Applet::setRecord(record);
+    // The screen shows the new contents at once.
+    if (Document() == WordProcessorKind)
+        showPage(1);
+}
+
 void DatabaseApplet::syncRecord()
 {
     m_idleSync.stop();
@@ -214,9 +225,13 @@ void DatabaseApplet::syncRecord()
         WordProcessor *box = WordProcessors(index);
         if (index < 1 || !box || index > page.Items.size())
             continue;
+        QString &text = page.item(index).Text;
+        if (!m_recordText.contains(index) || m_recordText.value(index) != text)
+            continue; // replaced by the host: the screen is the stale one
         // Colour tables and underlines are taken out of the source as well;
         // the box itself holds none by now, so it needs no reloading.
-        page.item(index).Text = RichTextCleanup::clean(RichTextCodec::write(box->document()));
+        text = RichTextCleanup::clean(RichTextCodec::write(box->document()));
+        m_recordText.insert(index, text);
     }
     m_unsaved.clear();
 }
@@ -251,6 +266,7 @@ void DatabaseApplet::showPage(int number)
             box->setEnabled(qint16(~item.Flags1) != 0);
             if (!item.Text.isEmpty())
                 RichTextCodec::read(item.Text, box->document());
+            m_recordText.insert(index, item.Text);
             const bool cleaned = box->cleanUpNow();
             box->document()->clearUndoRedoStacks();
             // The record already holds this text, unless the clean-up changed it.
@@ -373,6 +389,7 @@ void DatabaseApplet::closeShownBoxes()
     m_wordProcessors.resize(1);
     m_spreadSheets.resize(1);
     m_unsaved.clear();
+    m_recordText.clear();
     m_shownPage = 0;
 }
 
@@ -388,8 +405,11 @@ WordProcessor *DatabaseApplet::newWordProcessor(int index)
         m_wordProcessors.resize(index + 1);
     m_wordProcessors[index] = box;
     connect(box, &WordProcessor::edited, this, [this, index] { boxEdited(index); });
-    // The side bar follows the caret into another paragraph.
-    connect(box, &QTextEdit::cursorPositionChanged, this, [this] {
+    connect(box, &QTextEdit::cursorPositionChanged, this, [this, box] {
+        // The page scrolls along with the caret, and the side bar follows it
+        // into another paragraph.
+        const QPoint caret = box->viewport()->mapTo(m_sheet, box->cursorRect().center());
+        m_scrollArea->ensureVisible(caret.x(), caret.y(), CaretMargin, CaretMargin);
         if (!m_settingProperty)
             raiseChange(true, QStringLiteral("All Properties"));
     });

@@ -2,6 +2,7 @@
 
 #include "documents/Applet.h"
 
+#include <QHash>
 #include <QList>
 #include <QRect>
 #include <QSet>
@@ -40,6 +41,9 @@ public:
     void setProperties(const QString &name, const QVariant &value) override;
     QVariant Update(const QString &command, const QVariant &argument = QVariant()) override;
 
+    // The host has put another document into the record (opened, reverted):
+    // what the screen showed of the old one is not written into it.
+    void setRecord(DocumentRecord *record) override;
     void syncRecord() override;
 
     // The control arrays; an index without an element gives nullptr.
@@ -84,5 +88,8 @@ private:
     QSize m_pageSize;
     QRect m_printableRect;
     QSet<int> m_unsaved;
+    // The text each shown box last took from or gave to the record; a record
+    // holding something else has been replaced by the host since.
+    QHash<int, QString> m_recordText;
     QTimer m_idleSync;
 };

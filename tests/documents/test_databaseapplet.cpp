@@ -13,6 +13,8 @@
 #include <QClipboard>
 #include <QInputMethodEvent>
 #include <QMimeData>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTextBlock>
 #include <QTextDocument>
@@ -69,6 +71,8 @@ private slots:
     void pastedHtmlArrivesPlain();
     void pastedRtfArrivesPlain();
     void recordHoldsWhatTheScreenShows();
+    void revertedRecordIsNotOverwrittenByTheScreen();
+    void thePageScrollsToTheCaret();
     void japaneseFromTheInputMethodReachesTheRecord();
     void zoomThereAndBackLeavesEveryControlInPlace();
     void zoomUndoesTheOldZoomWithARoundedPercentage();
@@ -404,6 +408,51 @@ void TestDatabaseApplet::recordHoldsWhatTheScreenShows()
     QTest::keyClicks(box, QStringLiteral("!"));
     m_applet->setDocument(0);
     QVERIFY(m_record.page(1).item(1).Text.contains(QLatin1String("keepsakes!")));
+}
+
+void TestDatabaseApplet::revertedRecordIsNotOverwrittenByTheScreen()
+{
+    DocumentRecord record = blankRecord();
+    record.page(1).item(1).Text = QStringLiteral("{\\rtf1\\ansi saved\\par}");
+    open(record);
+    WordProcessor *box = firstBox();
+    clickInto(box);
+    QTest::keyClick(box, Qt::Key_End, Qt::ControlModifier);
+    QTest::keyClicks(box, QStringLiteral(" and edited"));
+
+    // The host reverts: the stored document goes back into the same record,
+    // then the view is closed (saving) and opened again.
+    m_record = record;
+    m_applet->setRecord(&m_record);
+    QCOMPARE(firstBox()->toPlainText(), QStringLiteral("saved"));
+    m_applet->setDocument(0);
+    QCOMPARE(m_record.page(1).item(1).Text, QStringLiteral("{\\rtf1\\ansi saved\\par}"));
+
+    // Even a host that does not say so keeps its reverted text.
+    open(record);
+    clickInto(firstBox());
+    QTest::keyClicks(firstBox(), QStringLiteral("more "));
+    m_record.page(1).item(1).Text = QStringLiteral("{\\rtf1\\ansi other\\par}");
+    m_applet->setDocument(0);
+    QCOMPARE(m_record.page(1).item(1).Text, QStringLiteral("{\\rtf1\\ansi other\\par}"));
+}
+
+void TestDatabaseApplet::thePageScrollsToTheCaret()
+{
+    m_applet->resize(900, 500);
+    open(blankRecord());
+    WordProcessor *box = firstBox();
+    clickInto(box);
+    auto *area = m_applet->findChild<QScrollArea *>();
+    QVERIFY(area);
+    QCOMPARE(area->verticalScrollBar()->value(), 0);
+    for (int line = 0; line < 30; ++line)
+        QTest::keyClick(box, Qt::Key_Return);
+    QTest::keyClicks(box, QStringLiteral("bottom"));
+    // The caret's line is inside the visible part of the page.
+    const QPoint caret = box->viewport()->mapTo(area->viewport(), box->cursorRect().center());
+    QVERIFY(area->verticalScrollBar()->value() > 0);
+    QVERIFY2(area->viewport()->rect().contains(caret), qPrintable(QStringLiteral("%1,%2").arg(caret.x()).arg(caret.y())));
 }
 
 void TestDatabaseApplet::japaneseFromTheInputMethodReachesTheRecord()
