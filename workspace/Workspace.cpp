@@ -25,7 +25,9 @@
 #include "tools/Printing.h"
 #include "tools/QuestionBox.h"
 #include "workspace/ChimeClock.h"
+#include "workspace/SettingsBox.h"
 #include "workspace/SideMenuBar.h"
+#include "workspace/Wallpaper.h"
 #include "workspace/WelcomeBox.h"
 #include "workspace/WorkspaceBus.h"
 
@@ -138,6 +140,7 @@ Workspace::Workspace(QWidget *parent)
     connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
     connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
 
+    m_wallpaper = std::make_unique<Wallpaper>();
     m_settingsBox = buildSettingsBox();
     m_settingsBox->hide();
 
@@ -262,21 +265,11 @@ void Workspace::rebuildPrinterMenu()
 
 QWidget *Workspace::buildSettingsBox()
 {
-    // Stands in for the settings box until it has its own class: a box that
-    // only closes.
-    auto *box = new TouchPanel(QStringLiteral("設定"), this);
-    box->setObjectName(QStringLiteral("MenuBoxes100"));
-    box->setIndex(100);
-    box->setDraggable(true);
-    auto *close = new TouchButton(QStringLiteral("閉じる"), box);
-    close->setObjectName(QStringLiteral("MenuBoxMiniChannels100"));
-    close->setIndex(100);
-    close->setTip(QStringLiteral("クリックすると、[設定] ウィンドウを閉じます。"));
-    connect(close, &QAbstractButton::clicked, this, [this] { setDocument(WelcomeView); });
-    auto *layout = new QVBoxLayout(box);
-    layout->addStretch();
-    layout->addWidget(close, 0, Qt::AlignRight);
-    box->resize(900, 560);
+    auto *box = new SettingsBox(this);
+    box->setWallpaper(m_wallpaper.get());
+    connect(box, &SettingsBox::closeRequested, this, [this] { setDocument(WelcomeView); });
+    connect(box, &SettingsBox::shutdownOptionChanged, this, &Workspace::refreshCheckMarks);
+    connect(box, &SettingsBox::wallpaperChanged, this, [this] { update(); });
     return box;
 }
 
@@ -457,6 +450,7 @@ void Workspace::setDocument(qint16 view)
     case SettingsView:
         m_settingsBox->raise();
         m_settingsBox->show();
+        ErrorTrap::run("Workspace::Document: theme pictures", [this] { settings()->loadThemePictures(); });
         break;
     case WelcomeView:
         m_path.clear();
@@ -776,14 +770,22 @@ void Workspace::showCharacter()
 
 void Workspace::refreshCheckMarks()
 {
+    settings()->refreshCheckMarks();
     Channels(1)->setVisible(Globals::ShutdownOnQuit);
     Channels(2)->setVisible(!Globals::ShutdownOnQuit);
 }
 
 // ---- Wallpaper and layout ---------------------------------------------------
 
+SettingsBox *Workspace::settings() const
+{
+    return static_cast<SettingsBox *>(m_settingsBox);
+}
+
 void Workspace::applyWallpaper()
 {
+    // Drawn again from the settings; the box shows the choice on its buttons.
+    settings()->applyWallpaper();
     update();
 }
 
@@ -794,6 +796,8 @@ void Workspace::paintEvent(QPaintEvent *)
     sky.setColorAt(0.0, QColor(0xfd, 0xf6, 0xe3));
     sky.setColorAt(1.0, QColor(0xf3, 0xdf, 0xb8));
     painter.fillRect(rect(), sky);
+    // A picture, or with type 6 the desktop's own background, over it.
+    ErrorTrap::run("Workspace::Paint", [&] { m_wallpaper->paint(painter, rect()); });
 }
 
 void Workspace::resizeEvent(QResizeEvent *event)

@@ -9,6 +9,7 @@
 #include <QWidget>
 
 #include <functional>
+#include <memory>
 
 class Applet;
 class ChimeClock;
@@ -16,6 +17,8 @@ class InfoDlg;
 class Printing;
 class QLabel;
 class QMenu;
+class SettingsBox;
+class Wallpaper;
 class SideMenuBar;
 class TouchButton;
 class TouchPanel;
@@ -52,6 +55,7 @@ public:
 
     explicit Workspace(QWidget *parent = nullptr);
     ~Workspace() override;
+    Wallpaper *wallpaper() const { return m_wallpaper.get(); }
 
     void setInfoDlg(InfoDlg *dialog);
     InfoDlg *infoDlg() const override { return m_infoDlg; }
@@ -129,6 +133,7 @@ private:
     void buildMenus();
     void rebuildPrinterMenu();
     QWidget *buildSettingsBox();
+    SettingsBox *settings() const;
     void connectHints();
     void say(const QString &line);
     void sayWhenGraphic(const QString &line);
@@ -155,6 +160,7 @@ private:
     Printing *m_printing = nullptr;
     QList<TouchButton *> m_channels;
     WelcomeBox *m_welcome = nullptr;
+    std::unique_ptr<Wallpaper> m_wallpaper;
     QWidget *m_settingsBox = nullptr;
     SideMenuBar *m_documentBar = nullptr;
     SideMenuBar *m_formatBar = nullptr;

@@ -13,6 +13,7 @@
 #include "tools/QuestionBox.h"
 #include "tools/FlatScrollBar.h"
 #include "workspace/ChimeClock.h"
+#include "workspace/SettingsBox.h"
 #include "workspace/SideMenuBar.h"
 #include "workspace/WelcomeBox.h"
 #include "workspace/Workspace.h"
@@ -183,7 +184,16 @@ void WorkspaceTest::startOpensTheWelcomeBoxAndViewsSwitch()
     click(w->Channels(4));
     QVERIFY(w->settingsBox()->isVisible());
     QVERIFY(!welcome->isVisible());
-    click(w->settingsBox()->findChild<TouchButton *>(QStringLiteral("MenuBoxMiniChannels100")));
+    // "Shutdown" turned on there swaps the quit button for the power-off one at once.
+    auto *settings = static_cast<SettingsBox *>(w->settingsBox());
+    click(settings->button(SettingsBox::ShutdownButton));
+    QVERIFY(Globals::ShutdownOnQuit);
+    QVERIFY(w->Channels(1)->isVisible());
+    QVERIFY(!w->Channels(2)->isVisible());
+    click(settings->button(SettingsBox::ShutdownButton));
+    QVERIFY(!w->Channels(1)->isVisible());
+    QVERIFY(w->Channels(2)->isVisible());
+    click(settings->button(SettingsBox::CloseButton));
     QVERIFY(!w->settingsBox()->isVisible());
     QVERIFY(welcome->isVisible());
 
