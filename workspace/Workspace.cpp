@@ -302,6 +302,11 @@ void Workspace::addApplet(Applet *applet)
     applet->setRecord(&m_record);
     connect(applet, &Applet::propertiesChanged, this,
             [this](bool &value, QVariant source, QString kind) { applet_propertiesChanged(value, source, kind); });
+    // A click into the document opens the pad when "Smart Pencil" asks for it.
+    connect(applet, &Applet::keyOrPointer, this, [this](qint32 &code, bool &) {
+        if (code == Qt::LeftButton)
+            ToolBoxMode(1, 2);
+    });
     ErrorTrap::run("Workspace: applet load", [applet] { applet->Load(); });
     if (m_infoDlg)
         ErrorTrap::run("Workspace: applet reload", [applet] { applet->Reload(); });
@@ -319,14 +324,10 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
         return;
     connect(m_infoDlg, &InfoDlg::HowTo, this, &Workspace::HowTo);
     connect(m_infoDlg, &InfoDlg::Status, this, &Workspace::InfoDlg_Status);
-    connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16 mode) {
-        // The pad closed itself: the window's buttons follow.
-        if (mode == 0) {
-            m_calculator = false;
-            Channels(8)->setValue(false);
-        } else {
-            Channels(9)->setEnabled(true);
-        }
+    connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16 argument) {
+        // The pad's own close button: closed the same way as from here.
+        if (argument == 0)
+            ToolBoxMode(1, 0);
     });
 }
 

@@ -317,7 +317,21 @@ def screenshots_only(width, height):
         lantern.click_named("保存して閉じる")
         lantern.click_named("設定")
         lantern.screenshot(f"settings-{tag}")
-        lantern.click_named("終了")
+        close = [n for n in lantern.nodes() if n.getRoleName() == "push button" and lantern.showing(n)
+                 and n.description == "クリックすると、[設定] ウィンドウを閉じます。"]
+        if close:
+            lantern.click(close[0])
+
+        # Other programs may ask it to close over the session bus; anything but
+        # [X] and [QUIT] is refused.
+        def execute(command):
+            reply = subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=jp.fernwick.Lantern",
+                                    "/Lantern", "jp.fernwick.Lantern.Execute", f"string:{command}"],
+                                   capture_output=True, text=True, timeout=10)
+            return reply.stdout.split()[-1] if reply.returncode == 0 and reply.stdout.split() else reply.stderr
+        check("a foreign command is refused", execute("[FOO]") == "false")
+        check("the program keeps running after it", lantern.process.poll() is None)
+        check("[QUIT] is accepted", execute("[QUIT]") == "true")
         check(f"the program ends at {width}x{height}", lantern.wait_exit(20) == 0)
     finally:
         if lantern:

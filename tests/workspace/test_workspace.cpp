@@ -26,6 +26,8 @@
 #include <QFile>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
+#include <QContextMenuEvent>
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
@@ -117,6 +119,7 @@ private slots:
     void soundQueryRule();
     void clockChecksOncePerMinute();
     void hintsInTheInformationBar();
+    void systemAndPrinterMenus();
     void closingSavesAndSpeaks();
     void busExecute_data();
     void busExecute();
@@ -281,6 +284,11 @@ void WorkspaceTest::toolBoxModeRules()
     click(w->Channels(9));
     QVERIFY(dialog->isVisible());
     QVERIFY(!w->Channels(9)->isEnabled());
+    // The pad's own close button gives the window's button back.
+    QTest::mouseClick(dialog->MiniChannels[0], Qt::LeftButton);
+    QVERIFY(!dialog->isVisible());
+    QVERIFY(w->Channels(9)->isEnabled());
+    click(w->Channels(9));
     w->ToolBoxMode(1, 0);
     QVERIFY(!dialog->isVisible());
     QVERIFY(w->Channels(9)->isEnabled());
@@ -305,6 +313,15 @@ void WorkspaceTest::toolBoxModeRules()
     w->ToolBoxMode(0, 1);
     QVERIFY(w->Channels(8)->value());
     QVERIFY(dialog->isVisible());
+
+    // With "Smart Pencil" on, clicking into the document opens the pad.
+    w->ToolBoxMode(1, 0);
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    QVERIFY(!dialog->isVisible());
+    WordProcessor *box = qobject_cast<DatabaseApplet *>(w->activeApplet())->WordProcessors(1);
+    QTest::mouseClick(box->viewport(), Qt::LeftButton, {}, QPoint(30, 30));
+    QVERIFY(dialog->isVisible());
+    QVERIFY(!w->Channels(9)->isEnabled());
 }
 
 void WorkspaceTest::zoomAndFontSizeLadder()
@@ -677,6 +694,27 @@ void WorkspaceTest::hintsInTheInformationBar()
     click(w->findChild<TouchButton *>(QStringLiteral("InfoBarHowToMonitor")));
     QVERIFY(!w->InfoBar()->isVisible());
     QVERIFY(!spoken.contains(QStringLiteral("Let's go home, please.")));
+}
+
+void WorkspaceTest::systemAndPrinterMenus()
+{
+    QMenu *menu = w->systemMenu();
+    QStringList captions;
+    for (QAction *action : menu->actions()) {
+        if (!action->isSeparator())
+            captions.append(action->text());
+    }
+    QCOMPARE(captions, (QStringList{"ボリューム", "画面...", "既定のプリンタ", "プリンタ...", "フォント", "日付と時刻...",
+                                    "インターネット オプション..."}));
+    QMenu *printers = menu->findChild<QMenu *>(QStringLiteral("PrinterMenus"));
+    QVERIFY(printers);
+    QCOMPARE(printers->title(), QStringLiteral("既定のプリンタ"));
+    QCOMPARE(printers->actions().first()->text(), QStringLiteral("(なし)"));
+    // The window's own menu opens where it is clicked with the right button.
+    QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(600, 700), w->mapToGlobal(QPoint(600, 700)));
+    QApplication::sendEvent(w, &event);
+    QTRY_VERIFY(menu->isVisible());
+    menu->close();
 }
 
 void WorkspaceTest::closingSavesAndSpeaks()
