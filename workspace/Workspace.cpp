@@ -399,10 +399,26 @@ void Workspace::ToolBoxMode(qint16 mode, qint16 state)
     }
     if (!m_infoDlg)
         return;
-    if (state == 0)
+    if (state == 0) {
         ErrorTrap::run("Workspace::ToolBoxMode: finish", [&] { m_infoDlg->Finish(mode); });
-    else if (state == 1)
+    } else if (state == 1) {
         ErrorTrap::run("Workspace::ToolBoxMode: begin", [&] { m_infoDlg->Begin(mode); });
+        placeToolDialog();
+    }
+}
+
+// The first time it opens, the tool dialog sits at the bottom in the middle,
+// clear of the main buttons; after that it stays where the user puts it.
+void Workspace::placeToolDialog()
+{
+    if (m_toolDialogPlaced || !m_infoDlg || !m_infoDlg->isVisible())
+        return;
+    m_toolDialogPlaced = true;
+    const QRect area = geometry();
+    const QSize size = m_infoDlg->frameGeometry().size();
+    const int bottom = m_infoBar->geometry().top() + area.top();
+    m_infoDlg->move(area.left() + std::max(0, (area.width() - size.width()) / 2),
+                    std::max(area.top(), bottom - size.height()));
 }
 
 void Workspace::HowTo(const QString &topic, const QString &content)

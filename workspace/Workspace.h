@@ -142,6 +142,7 @@ private:
     void layOut();
     void scaleType(double unit);
     void applyWallpaper();
+    void placeToolDialog();
 
     void leaveDocument();
     void saveCurrentDocument();
@@ -184,4 +185,5 @@ private:
     bool m_linkedFontNow = false;
     bool m_started = false;
     double m_typeUnit = 1.0;
+    bool m_toolDialogPlaced = false;
 };

@@ -59,7 +59,8 @@ def write_settings():
     os.makedirs(CONFIG, exist_ok=True)
     with open(os.path.join(CONFIG, "Fernwick Nib 2007.ini"), "w", encoding="utf-8") as ini:
         # No character on the screen: nothing moves over the buttons.
-        ini.write("[Skin Settings]\nGraphic=False\nMusic=False\n[Settings]\nHow-to=True\n")
+        # The pad stays closed unless asked for, so it covers no button.
+        ini.write("[Skin Settings]\nGraphic=False\nMusic=False\n[Settings]\nHow-to=True\nSmart Pencil=False\n")
 
 
 def document_files():
