@@ -284,6 +284,10 @@ void WorkspaceTest::toolBoxModeRules()
     click(w->Channels(9));
     QVERIFY(dialog->isVisible());
     QVERIFY(!w->Channels(9)->isEnabled());
+    // It opens below the main buttons, above the information bar.
+    const QRect pad = dialog->frameGeometry();
+    QVERIFY2(pad.top() >= w->mapToGlobal(w->Channels(4)->geometry().bottomLeft()).y(), "the pad covers the main buttons");
+    QVERIFY(pad.bottom() <= w->mapToGlobal(w->InfoBar()->geometry().topLeft()).y());
     // The pad's own close button gives the window's button back.
     QTest::mouseClick(dialog->MiniChannels[0], Qt::LeftButton);
     QVERIFY(!dialog->isVisible());
