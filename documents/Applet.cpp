@@ -4,7 +4,7 @@
 #include "documents/AppletHost.h"
 #include "documents/DocumentRecord.h"
 #include "platform/ErrorTrap.h"
-#include "platform/SystemPrinter.h"
+#include "platform/PrinterDevice.h"
 #include "platform/touch/TouchEdit.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
@@ -41,8 +41,10 @@ QWidget *Applet::ActiveCtrl() const
 void Applet::Load()
 {
     m_innerScaleSet = false;
-    for (QWidget *control : AllCtrls())
+    for (QWidget *control : AllCtrls()) {
         ControlScaler::scale(control, 0);
+        watchInput(control);
+    }
     m_innerScaleSet = true;
     m_host = nullptr;
     for (QWidget *widget = parentWidget(); widget && !m_host; widget = widget->parentWidget())
@@ -160,24 +162,24 @@ void Applet::KeyCheckFromDialog(qint32 &first, qint32 &, QString &)
 
 void Applet::Printing_Define(qint16, QSizeF *)
 {
-    if (!m_printing || sender() != m_printing)
+    if (!m_printing || sender() != m_printing || !m_printing->printer())
         return;
-    applyPrinterSetup();
+    applyPrinterSetup(*m_printing->printer());
 }
 
-void Applet::applyPrinterSetup()
+void Applet::applyPrinterSetup(PrinterDevice &printer)
 {
     if (!m_record)
         return;
     const DocumentRecord &record = *m_record;
     // Each code on its own: one the printer refuses does not stop the others.
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setPaperSize(record.PaperSetting1); });
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setPaperBin(record.PaperSetting2); });
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setOrientation(record.PaperSetting3); });
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setColorMode(record.PaperSetting4); });
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setPrintQuality(record.PaperSetting5); });
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setCopies(record.Copies); });
-    ErrorTrap::run("Applet::Printing_Define", [&] { SystemPrinter::setZoom(record.Zoom); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setPaperSize(record.PaperSetting1); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setPaperBin(record.PaperSetting2); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setOrientation(record.PaperSetting3); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setDuplex(record.PaperSetting4); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setPrintQuality(record.PaperSetting5); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setCopies(record.Copies); });
+    ErrorTrap::run("Applet::Printing_Define", [&] { printer.setZoom(record.Zoom); });
 }
 
 void Applet::beep()

@@ -9,6 +9,7 @@
 #include "tools/Printing.h"
 
 class AppletHost;
+class PrinterDevice;
 struct DocumentRecord;
 
 // The plain applet: a child control that the main window drives through one
@@ -106,8 +107,10 @@ protected:
     void beep();
     // The record as it stands, without bringing it up to date.
     DocumentRecord *sharedRecord() const { return m_record; }
-    // Applies the document's printer set-up codes to the system printer.
-    void applyPrinterSetup();
+    // Applies the document's printer set-up codes to a printer, in the
+    // document's order: paper size, paper bin, orientation, duplex, print
+    // quality, copies, zoom. A code the printer refuses is skipped.
+    void applyPrinterSetup(PrinterDevice &printer);
     // Raises the third event for a key or pointer press on a watched control.
     bool eventFilter(QObject *watched, QEvent *event) override;
     void watchInput(QWidget *control);

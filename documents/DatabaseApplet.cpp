@@ -8,10 +8,14 @@
 #include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
 #include "platform/RuntimeLog.h"
-#include "platform/SystemPrinter.h"
+#include "platform/PrinterDevice.h"
+#include "platform/PrinterList.h"
 #include "platform/vb/VbDateFormat.h"
 
 #include <QHeaderView>
+#include <QPageLayout>
+#include <QPrinter>
+#include <QPrinterInfo>
 #include <QScrollArea>
 #include <QTableWidget>
 #include <QTextBlock>
@@ -127,7 +131,6 @@ void DatabaseApplet::setDocument(qint32 kind)
         closeShownBoxes();
     Applet::setDocument(kind);
     if (kind == WordProcessorKind) {
-        ErrorTrap::run("DatabaseApplet::Document", [this] { applyPrinterSetup(); });
         measurePage();
         m_sheet->setPaperSize(m_pageSize);
         m_zoom = 100;
@@ -342,19 +345,29 @@ void DatabaseApplet::applyZoom(qint32 zoom)
 
 void DatabaseApplet::measurePage()
 {
-    // The whole sheet, and its printable part, at 100 %.
+    // The whole sheet, and its printable part, at 100 %: the current
+    // printer's, set up with the document's codes, or a portrait A4 sheet
+    // printable to its edges when no printer is installed.
     const double pixelsPerMillimetreX = logicalDpiX() / 25.4;
     const double pixelsPerMillimetreY = logicalDpiY() / 25.4;
-    QSizeF paper(210.0, 297.0);
-    QMarginsF margins;
+    QRectF paper(0, 0, 210.0, 297.0);
+    QRectF printable = paper;
     ErrorTrap::run("DatabaseApplet::measurePage", [&] {
-        paper = SystemPrinter::pageSizeMillimetres();
-        margins = SystemPrinter::marginsMillimetres();
+        const QPrinterInfo info = PrinterList::currentPrinterInfo();
+        if (info.isNull())
+            return;
+        PrinterDevice printer(info);
+        applyPrinterSetup(printer);
+        const QPageLayout layout = printer.printer()->pageLayout();
+        paper = layout.fullRect(QPageLayout::Millimeter);
+        printable = layout.paintRect(QPageLayout::Millimeter);
     });
-    m_pageSize = QSize(qRound(paper.width() * pixelsPerMillimetreX), qRound(paper.height() * pixelsPerMillimetreY));
-    m_printableRect = QRect(QPoint(qRound(margins.left() * pixelsPerMillimetreX), qRound(margins.top() * pixelsPerMillimetreY)),
-                            QPoint(qRound((paper.width() - margins.right()) * pixelsPerMillimetreX) - 1,
-                                   qRound((paper.height() - margins.bottom()) * pixelsPerMillimetreY) - 1));
+    auto toPixels = [&](const QRectF &rect) {
+        return QRect(qRound(rect.x() * pixelsPerMillimetreX), qRound(rect.y() * pixelsPerMillimetreY),
+                     qRound(rect.width() * pixelsPerMillimetreX), qRound(rect.height() * pixelsPerMillimetreY));
+    };
+    m_pageSize = toPixels(paper).size();
+    m_printableRect = toPixels(printable);
 }
 
 void DatabaseApplet::closeShownBoxes()

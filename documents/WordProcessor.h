@@ -24,9 +24,7 @@ public:
     int index() const { return m_index; }
     void setIndex(int index) { m_index = index; }
 
-    // The rich-text box's Boolean setting that a placed box takes from its
-    // Flags1 (as its negation), and the 32-bit value it takes from Reserved1.
-    void setLocked(bool locked) { setReadOnly(locked); }
+    // The 32-bit value a placed box takes from its Reserved1.
     void setReservedValue(qint32 value) { m_reserved = value; }
     qint32 reservedValue() const { return m_reserved; }
 

@@ -1,12 +1,14 @@
 // The plain applet: the neutral behaviour every applet starts from.
 #include "documents/Applet.h"
 #include "documents/DocumentRecord.h"
-#include "platform/SystemPrinter.h"
+#include "platform/PrinterDevice.h"
 #include "platform/touch/TouchEdit.h"
 #include "support/AppletTestHost.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
 
+#include <QLineEdit>
+#include <QTemporaryDir>
 #include <QtTest>
 
 class TestApplet : public QObject
@@ -22,6 +24,7 @@ private slots:
     void keyCheckPutsTouchEditIntoHiragana();
     void keyCheckLeavesOtherControlsAlone();
     void printingDefineHandsTheCodesOverInOrder();
+    void keysAndClicksReachTheHostOnlyInKind10();
 };
 
 void TestApplet::loadAndReloadTakeTheHostsObjects()
@@ -173,23 +176,51 @@ void TestApplet::printingDefineHandsTheCodesOverInOrder()
     record.Zoom = 150;
     applet->setRecord(&record);
 
+    // The job's printer: a PDF file, so that no print system is involved.
+    QTemporaryDir folder;
+    host.printing()->setPrinter(std::make_unique<PrinterDevice>(folder.filePath(QStringLiteral("job.pdf"))));
+    PrinterDevice *printer = host.printing()->printer();
+    printer->setCopies(1);
+    printer->setZoom(100);
+
     // An event from somebody else's printing object changes nothing.
     Printing stranger;
     connect(&stranger, &Printing::Define, applet, &Applet::Printing_Define);
-    const SystemPrinter::Codes before = SystemPrinter::codes();
     emit stranger.Define(1, nullptr);
-    QCOMPARE(SystemPrinter::codes().copies, before.copies);
-    QCOMPARE(SystemPrinter::codes().zoom, before.zoom);
+    QCOMPARE(printer->copies(), 1);
+    QCOMPARE(printer->zoom(), 100);
 
     emit host.printing()->Define(1, nullptr);
-    const SystemPrinter::Codes &codes = SystemPrinter::codes();
-    QCOMPARE(codes.paperSize, qint16(8));
-    QCOMPARE(codes.paperBin, qint16(7));
-    QCOMPARE(codes.orientation, qint16(2));
-    QCOMPARE(codes.colorMode, qint16(2));
-    QCOMPARE(codes.printQuality, qint16(-4));
-    QCOMPARE(codes.copies, qint16(3));
-    QCOMPARE(codes.zoom, 150);
+    QCOMPARE(printer->paperSize(), 8);
+    QCOMPARE(printer->paperBin(), 7);
+    QCOMPARE(printer->orientation(), 2);
+    // (Duplex, the fourth code, is not kept by a PDF printer, which is one-sided.)
+    QCOMPARE(printer->printQuality(), -4);
+    QCOMPARE(printer->copies(), 3);
+    QCOMPARE(printer->zoom(), 150);
+}
+
+void TestApplet::keysAndClicksReachTheHostOnlyInKind10()
+{
+    AppletTestHost host;
+    auto *applet = new Applet(&host);
+    auto *edit = new QLineEdit(applet);
+    host.show();
+    host.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&host));
+    applet->Load();
+    QList<qint32> codes;
+    connect(applet, &Applet::keyOrPointer, this, [&](qint32 &code, bool &) { codes.append(code); });
+
+    edit->setFocus();
+    QTest::keyClick(edit, Qt::Key_Q);
+    QVERIFY(codes.isEmpty());
+
+    applet->setDocument(10);
+    QTest::mouseClick(edit, Qt::RightButton);
+    QTest::keyClick(edit, Qt::Key_Q);
+    QCOMPARE(codes, QList<qint32>({qint32(Qt::RightButton), qint32(Qt::Key_Q)}));
+    QCOMPARE(edit->text(), QStringLiteral("qq"));
 }
 
 QTEST_MAIN(TestApplet)

@@ -36,17 +36,22 @@ def nodes(root):
 
 
 def main():
+    # A bus of its own: other suites running beside this one must not share
+    # its accessibility registry.
+    if not os.environ.get("LANTERN_PRIVATE_BUS"):
+        os.environ["LANTERN_PRIVATE_BUS"] = "1"
+        os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable, os.path.abspath(__file__)])
     if not os.environ.get("DISPLAY") or not os.environ.get("DBUS_SESSION_BUS_ADDRESS"):
         print("needs an X display and a session bus: run through scripts/with-session.sh")
         return 1
     program = os.path.join(os.environ["LANTERN_BUILD_DIR"], "tests", "test_touchgallery_platform")
     env = dict(os.environ, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1",
-               LANTERN_GALLERY_HOLD_MS="20000",
+               LANTERN_GALLERY_HOLD_MS="45000",
                LANTERN_GALLERY=os.path.join(os.environ.get("LANTERN_TEST_ROOT", "/tmp"), "gallery.png"))
     gallery = subprocess.Popen([program, "-silent"], env=env)
     failures = []
     try:
-        app = find_application("test_touchgallery_platform", 20)
+        app = find_application("test_touchgallery_platform", 40)
         if app is None:
             print("the gallery never showed up on the accessibility bus")
             return 1
