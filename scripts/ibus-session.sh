@@ -4,8 +4,10 @@
 # Mozc refuses to run as root, so when started as root the whole session (its
 # own D-Bus session bus, ibus-daemon, mozc_server and COMMAND) runs as the
 # unprivileged user 65534 with a fresh HOME of its own: Mozc learns from use,
-# and every run must start from the same, empty profile. The session uses the
-# X display in $DISPLAY (the Xvfb that `make test` provides).
+# and every run must start from the same, empty profile. The session gets an
+# X display of its own (a private Xvfb) where Xvfb is installed, so that the
+# keyboard focus and the mouse belong to it alone even while other tests run;
+# otherwise it uses the one in $DISPLAY.
 # Environment inside COMMAND: HOME, XDG_CONFIG_HOME, QT_IM_MODULE=ibus,
 # QT_QPA_PLATFORM=xcb, IBUS_ADDRESS_FILE; LANTERN_IBUS_SESSION=1.
 set -euo pipefail
@@ -46,12 +48,32 @@ if [ "${1:-}" = "--inside" ]; then
 fi
 
 [ $# -gt 0 ] || { echo "usage: $0 COMMAND [ARGS...]" >&2; exit 2; }
-[ -n "${DISPLAY:-}" ] || { echo "ibus-session: no X display" >&2; exit 77; }
 command -v ibus-daemon >/dev/null && [ -x /usr/lib/ibus-mozc/ibus-engine-mozc ] \
   || { echo "ibus-session: ibus or ibus-mozc is missing" >&2; exit 77; }
 
 root=$(mktemp -d "${TMPDIR:-/tmp}/lantern-ibus.XXXXXX")
 chmod 755 "$root"
+xvfb_pid=
+cleanup() {
+  [ -n "$xvfb_pid" ] && kill "$xvfb_pid" 2>/dev/null
+  rm -rf "$root"
+}
+trap cleanup EXIT
+
+if command -v Xvfb >/dev/null; then
+  # Xvfb picks a free display itself and tells its number on a descriptor.
+  exec 3> "$root/display"
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+  xvfb_pid=$!
+  exec 3>&-
+  for _ in $(seq 1 100); do
+    [ -s "$root/display" ] && break
+    sleep 0.05
+  done
+  [ -s "$root/display" ] || { echo "ibus-session: Xvfb did not start" >&2; exit 77; }
+  export DISPLAY=":$(head -n 1 "$root/display")"
+fi
+[ -n "${DISPLAY:-}" ] || { echo "ibus-session: no X display" >&2; exit 77; }
 home="$root/home"
 mkdir -p "$home/.config" "$home/.local/share" "$home/.cache"
 script=$(readlink -f "$0")
@@ -60,6 +82,11 @@ run_as=()
 if [ "$(id -u)" = 0 ]; then
   chown -R 65534:65534 "$home"
   run_as=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+  # The unprivileged user must reach this script and the command.
+  if ! "${run_as[@]}" test -r "$script" || ! "${run_as[@]}" bash -c 'command -v "$1" >/dev/null' _ "$1"; then
+    echo "ibus-session: user 65534 cannot run $1 (is the build tree readable by others?)" >&2
+    exit 77
+  fi
 fi
 
 status=0
@@ -69,5 +96,4 @@ status=0
   QT_IM_MODULE=ibus GTK_IM_MODULE=ibus XMODIFIERS=@im=ibus QT_QPA_PLATFORM=xcb \
   LANTERN_IBUS_SESSION=1 \
   dbus-run-session -- bash "$script" --inside "$@" || status=$?
-rm -rf "$root"
 exit $status

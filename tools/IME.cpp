@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDeadlineTimer>
+#include <QEventLoop>
 #include <QFileInfo>
 #include <QInputMethod>
 #include <QInputMethodEvent>
@@ -14,7 +15,7 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QStandardPaths>
-#include <QThread>
+#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <private/qguiapplication_p.h>
@@ -53,6 +54,9 @@ bool isReading(const QString &text)
     }
     return true;
 }
+
+// How long a mode key may take before KeyPress stops waiting for it.
+constexpr int ModeKeyTimeout = 1000;   // ms
 
 } // namespace
 
@@ -226,21 +230,21 @@ void IME::KeyPress(qint32 code, bool wait)
         const QString keys = keysFor(code);
         if (keys.isEmpty())
             return;
-        const int before = IMEStatus();
-        KeySender::send(keys);
-        if (!wait)
-            return;
-        // The input method answers on its own time; a mode key is processed
-        // once the mode it reports has changed.
+        InputMethodStatus &status = InputMethodStatus::instance();
         const bool changesMode = code == KanaKey || code == KanjiKey;
-        const QDeadlineTimer deadline(changesMode && InputMethodStatus::instance().connected() ? 1000 : 0);
-        do {
-            QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
-            if (IMEStatus() != before)
-                break;
-            if (!deadline.hasExpired())
-                QThread::msleep(2);
-        } while (!deadline.hasExpired());
+        if (!wait || !changesMode || !status.connected()) {
+            KeySender::send(keys);
+            if (wait)
+                QCoreApplication::processEvents();
+            return;
+        }
+        // The input method answers on its own time: a mode key has been
+        // processed once the input method reports its new mode.
+        QEventLoop answered;
+        QTimer::singleShot(ModeKeyTimeout, &answered, &QEventLoop::quit);
+        connect(&status, &InputMethodStatus::modeChanged, &answered, &QEventLoop::quit);
+        KeySender::send(keys);
+        answered.exec(QEventLoop::ExcludeUserInputEvents);
     });
 }
 

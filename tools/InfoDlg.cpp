@@ -12,11 +12,13 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QScreen>
 #include <QTextEdit>
 #include <QToolButton>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace {
 
@@ -25,16 +27,10 @@ constexpr int MonitorInterval = 200;   // ms
 constexpr int RepeatDelay = 400;       // ms before a held movement button repeats
 constexpr int RepeatInterval = 80;     // ms between repeats
 
-struct Command
-{
-    const char16_t *caption;
-};
-
 // The captions of the command buttons, by index.
-const Command Commands[ButtonCount] = {
-    {u"閉じる"}, {u"スペース"}, {u"削除"}, {u"しまう"}, {u"←"}, {u"→"}, {u"↑"}, {u"↓"},
-    {u"空白"}, {u"削除"}, {u"改行"}, {u"ABC"}, {u"あ"}, {u"ア"}, {u"記号1"}, {u"記号2"},
-    {u"漢字"}, {u"変換"}, {u"無変換"}, {u"確定"}, {u"取消"},
+const char16_t *const Captions[ButtonCount] = {
+    u"閉じる", u"スペース", u"削除", u"しまう", u"←", u"→", u"↑", u"↓", u"空白", u"削除", u"改行",
+    u"ABC", u"あ", u"ア", u"記号1", u"記号2", u"漢字", u"変換", u"無変換", u"確定", u"取消",
 };
 
 // The order in which the command buttons stand in their row.
@@ -131,7 +127,7 @@ void InfoDlg::buildCharacterPage(QWidget *page)
     auto *padGroup = new QButtonGroup(this);
     for (int index = 0; index < ButtonCount; ++index) {
         auto *button = new QToolButton;
-        button->setText(QString::fromUtf16(Commands[index].caption));
+        button->setText(QString::fromUtf16(Captions[index]));
         button->setToolTip(tip(index));
         button->setAccessibleName(button->text());
         button->setAccessibleDescription(button->toolTip());
@@ -382,6 +378,8 @@ bool InfoDlg::cellAt(qint32 pad, int x, int y, int &column, int &row)
 void InfoDlg::Keypads_MouseDown(int x, int y)
 {
     const qint32 pad = currentPad();
+    if (pad < 0)
+        return;
     if (!cellAt(pad, x, y, m_pressedColumn, m_pressedRow))
         m_pressedColumn = m_pressedRow = 0;
     Keypads[pad]->setHighlight(m_pressedColumn, m_pressedRow);
@@ -390,6 +388,8 @@ void InfoDlg::Keypads_MouseDown(int x, int y)
 void InfoDlg::Keypads_MouseUp(int, int)
 {
     const qint32 pad = currentPad();
+    if (pad < 0)
+        return;
     Keypads[pad]->setHighlight(0, 0);
     const KeyTable::Record *key = m_keys.find(pad, m_pressedColumn, m_pressedRow);
     if (!key)
@@ -546,6 +546,13 @@ void InfoDlg::MiniChannels_Click(int index)
     default:
         break;
     }
+}
+
+void InfoDlg::mousePressEvent(QMouseEvent *event)
+{
+    // The dialog moves when dragged by its own surface, between the keys.
+    if (event->button() == Qt::LeftButton && windowHandle())
+        windowHandle()->startSystemMove();
 }
 
 bool InfoDlg::eventFilter(QObject *watched, QEvent *event)

@@ -87,6 +87,7 @@ public slots:
     void NumKeys_Click(int index);
 
 protected:
+    void mousePressEvent(QMouseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:

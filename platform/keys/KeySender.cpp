@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QWindow>
 #include <private/qguiapplication_p.h>
@@ -45,6 +46,11 @@ bool KeySender::send(const KeyStroke &stroke)
         RuntimeLog::note("KeySender", QStringLiteral("no window has the focus"));
         return false;
     }
+    // The input method cannot compose a character that no key types: the
+    // composition ends first, so that the character follows it. (Mozc commits
+    // its composition on a reset, in order with the keys that follow.)
+    if (stroke.keycode == 0)
+        QGuiApplication::inputMethod()->reset();
     deliver(window, QEvent::KeyPress, stroke);
     deliver(window, QEvent::KeyRelease, stroke);
     return true;

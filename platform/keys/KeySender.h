@@ -15,7 +15,8 @@
 // A character that no key of the keyboard types (a full-width letter, a kana)
 // goes the same way as a key event that carries the character as its text,
 // with a Unicode keysym: the input method lets it through, and the focused
-// widget inserts the text, in order with the keys sent before it.
+// widget inserts the text, in order with the keys sent before it. An open
+// composition is committed first, so that the character follows it.
 class KeySender
 {
 public:

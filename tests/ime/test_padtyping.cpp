@@ -129,6 +129,16 @@ private slots:
         QCOMPARE(edit->toPlainText(), QStringLiteral("日本語Ａｚ７"));
     }
 
+    // A key without romaji types its kana as they are, after what was composed.
+    void keysWithoutRomajiFollowTheComposition()
+    {
+        clickKeys(KeyTable::Hiragana, {{5, 2}});
+        QTRY_COMPARE(preedit->preedit(), QStringLiteral("に"));
+        clickKeys(KeyTable::Hiragana, {{20, 3}});   // 『
+        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("日本語Ａｚ７に『"));
+        QCOMPARE(preedit->preedit(), QString());
+    }
+
     void offAgainTheKanaAreTypedDirectly()
     {
         clickButton(16);
@@ -137,7 +147,7 @@ private slots:
         clickKeys(KeyTable::Hiragana, {{5, 2}});
         clickButton(11);
         clickKeys(KeyTable::Alpha, {{1, 1}});
-        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("日本語Ａｚ７にA"));
+        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("日本語Ａｚ７に『にA"));
         verifyFocusStayed();
     }
 };

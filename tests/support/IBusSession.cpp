@@ -25,7 +25,9 @@ bool IBusSession::runInside(int argc, char **argv, int &status)
 {
     if (available())
         return false;
-    if (qEnvironmentVariableIsEmpty("DISPLAY")
+    const bool display = !qEnvironmentVariableIsEmpty("DISPLAY")
+        || !QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty();
+    if (!display
         || QStandardPaths::findExecutable(QStringLiteral("ibus-daemon")).isEmpty()
         || !QFileInfo(QStringLiteral("/usr/lib/ibus-mozc/ibus-engine-mozc")).isExecutable()
         || !QFileInfo::exists(sessionScript())) {

@@ -1,9 +1,9 @@
 #pragma once
 
 // Tests that need the real input method run inside a private IBus + Mozc
-// session as an unprivileged user (scripts/ibus-session.sh). Such a test
-// program starts itself again inside one; without a display or without IBus
-// and Mozc its cases skip.
+// session as an unprivileged user, on an X display of its own
+// (scripts/ibus-session.sh). Such a test program starts itself again inside
+// one; without a display or without IBus and Mozc its cases skip.
 namespace IBusSession {
 
 // Outside a session: runs this program again inside one, puts its exit

@@ -1,0 +1,104 @@
+#include "platform/CodePage932.h"
+#include "platform/IniFile.h"
+#include "tools/KeyTable.h"
+
+#include <QTest>
+
+// The key table: reading "Key Settings" names, the romaji grid, and the
+// table installed with the program.
+class TestKeyTable : public QObject
+{
+    Q_OBJECT
+
+private:
+    static QList<std::pair<QString, QString>> installed()
+    {
+        IniFile file(QStringLiteral(LANTERN_PROGRAM_DIR "/SKIN/KEYS.INI"));
+        file.load();
+        return file.entries(QStringLiteral("Key Settings"));
+    }
+
+private slots:
+    void namesAreCutIntoPadColumnAndRow()
+    {
+        KeyTable table;
+        table.load({
+            {QStringLiteral("Symbol 1,3,2"), QStringLiteral("★")},
+            {QStringLiteral("Number,1,5"), QStringLiteral("~")},
+            {QStringLiteral("Hiragana,2,1"), QStringLiteral("か")},
+            {QStringLiteral("Hiragana,2,1"), QStringLiteral("が")},
+            {QStringLiteral("hiragana,2,1"), QStringLiteral("ka")},      // not a pad name: romaji
+            {QStringLiteral("Romaji,20,5"), QStringLiteral("xx")},
+            {QStringLiteral("Romaji,21,1"), QStringLiteral("lost")},     // outside the grid
+            {QStringLiteral("Alpha"), QStringLiteral("no place")},
+        });
+        QCOMPARE(table.records().size(), 5);
+        QCOMPARE(table.records().first().pad, 14);
+        QCOMPARE(table.records().first().column, qint16(3));
+        QCOMPARE(table.records().first().row, qint16(2));
+        QCOMPARE(table.find(KeyTable::Hiragana, 2, 1)->text, QStringLiteral("か"));
+        QCOMPARE(table.find(KeyTable::Number, 1, 5)->text, QStringLiteral("~"));
+        QVERIFY(!table.find(KeyTable::Katakana, 2, 1));
+        QCOMPARE(table.find(KeyTable::Alpha, 0, 0)->text, QStringLiteral("no place"));   // no press reaches it
+        QCOMPARE(table.romaji(2, 1), QStringLiteral("ka"));
+        QCOMPARE(table.romaji(20, 5), QStringLiteral("xx"));
+        QCOMPARE(table.romaji(1, 1), QString());
+        QCOMPARE(table.romaji(21, 1), QString());
+        table.load({});
+        QVERIFY(table.records().isEmpty());
+        QCOMPARE(table.romaji(2, 1), QString());
+    }
+
+    void legends()
+    {
+        QCOMPARE(KeyTable::legend(QStringLiteral("あ")), QStringLiteral("あ"));
+        QCOMPARE(KeyTable::legend(QStringLiteral("{+}")), QStringLiteral("+"));
+        QCOMPARE(KeyTable::legend(QStringLiteral("~")), QStringLiteral("改行"));
+        QCOMPARE(KeyTable::legend(QStringLiteral("{BACKSPACE}")), QStringLiteral("BS"));
+        QCOMPARE(KeyTable::legend(QStringLiteral("00")), QStringLiteral("00"));
+    }
+
+    // Every pad is filled, within its valid cells, with characters a
+    // document can keep, and every kana key but a few brackets has romaji
+    // that the input method turns back into the same kana.
+    void theInstalledTable()
+    {
+        KeyTable table;
+        table.load(installed());
+        QMap<qint32, int> perPad;
+        for (const KeyTable::Record &key : table.records()) {
+            ++perPad[key.pad];
+            QVERIFY2(key.row >= 1 && key.row <= 5, qPrintable(key.text));
+            QVERIFY2(key.column >= 1 && key.column <= (key.pad == 0 ? 4 : 20), qPrintable(key.text));
+            QVERIFY2(key.pad != KeyTable::Alpha || key.column != 16, qPrintable(key.text));
+            QVERIFY2(table.find(key.pad, key.column, key.row) == &key,
+                     "two keys share a cell");
+            if (key.pad != KeyTable::Number) {
+                bool encodable = false;
+                CodePage932::encode(key.text, &encodable);
+                QVERIFY2(encodable, qPrintable(key.text));
+            }
+        }
+        QCOMPARE(perPad.value(KeyTable::Number), 20);
+        QCOMPARE(perPad.value(KeyTable::Alpha), 26 + 26 + 10 + 15);
+        QCOMPARE(perPad.value(KeyTable::Symbol1), 100);
+        QCOMPARE(perPad.value(KeyTable::Symbol2), 100);
+        QVERIFY(perPad.value(KeyTable::Hiragana) >= 90);
+        QVERIFY(perPad.value(KeyTable::Katakana) >= 90);
+
+        const QStringList withoutRomaji = {QStringLiteral("『"), QStringLiteral("』"), QStringLiteral("※")};
+        for (const KeyTable::Record &key : table.records()) {
+            if (key.pad != KeyTable::Hiragana)
+                continue;
+            const QString romaji = table.romaji(key.column, key.row);
+            QCOMPARE(romaji.isEmpty(), withoutRomaji.contains(key.text));
+        }
+        QCOMPARE(table.romaji(5, 2), QStringLiteral("ni"));
+        QCOMPARE(table.romaji(10, 3), QStringLiteral("nn"));
+        QCOMPARE(table.romaji(19, 2), QStringLiteral("{~}"));
+        QCOMPARE(table.find(KeyTable::Katakana, 17, 5)->text, QStringLiteral("ヴ"));
+    }
+};
+
+QTEST_APPLESS_MAIN(TestKeyTable)
+#include "test_keytable.moc"
