@@ -68,7 +68,7 @@ int MyApp::Main(int argc, char **argv)
     QPointer<Workspace> workspace;
     QObject::connect(&termination, &TerminationWatcher::terminationRequested, &application, [&] {
         if (workspace)
-            workspace->close();
+            workspace->closeWithMode(Workspace::SessionEnd);
         else
             terminationPending = true;
     });
@@ -125,7 +125,7 @@ int MyApp::Main(int argc, char **argv)
     // The program ends with its last window.
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
     if (terminationPending)
-        QMetaObject::invokeMethod(workspace, &QWidget::close, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(workspace, [&] { workspace->closeWithMode(Workspace::SessionEnd); }, Qt::QueuedConnection);
     const int status = QApplication::exec();
     delete workspace;
     return status;

@@ -366,5 +366,7 @@ int main(int argc, char **argv)
     ok &= writeClick(skin.filePath("2.WAV"), 880, 70, 0.2);
     ok &= writeClick(skin.filePath("3.WAV"), 660, 60, 0.1);
     ok &= writeTune(skin.filePath("2.MIDI"));
+    // The clock's half-hour beep: one clear, bell-like tone.
+    ok &= writeClick(skin.filePath("BEEP.WAV"), 988, 600, 0.15);
     return ok ? 0 : 1;
 }

@@ -1,20 +1,120 @@
 #include "workspace/Workspace.h"
+
+#include "app/Assistant.h"
+#include "app/FontAdapter.h"
 #include "app/Globals.h"
 #include "app/PowerOff.h"
 #include "app/PrivateCharacters.h"
 #include "app/SettingsStore.h"
+#include "documents/Database.h"
+#include "documents/DatabaseApplet.h"
+#include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
+#include "platform/HelpViewer.h"
+#include "platform/PrinterList.h"
+#include "platform/RuntimeLog.h"
+#include "platform/SystemTools.h"
+#include "platform/touch/SkinSound.h"
+#include "platform/touch/TouchButton.h"
+#include "platform/touch/TouchEdit.h"
+#include "platform/touch/TouchPanel.h"
+#include "platform/touch/TouchTheme.h"
+#include "platform/vb/VbFormat.h"
+#include "tools/FlatScrollBar.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
+#include "tools/QuestionBox.h"
+#include "workspace/ChimeClock.h"
+#include "workspace/SettingsBox.h"
+#include "workspace/SideMenuBar.h"
+#include "workspace/Wallpaper.h"
+#include "workspace/WelcomeBox.h"
+#include "workspace/WorkspaceBus.h"
 
+#include <QApplication>
 #include <QCloseEvent>
+#include <QContextMenuEvent>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLinearGradient>
+#include <QMenu>
 #include <QPainter>
+#include <QRegularExpression>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+namespace {
+
+Workspace::CharacterRoutine &characterRoutine()
+{
+    static Workspace::CharacterRoutine routine = [](QString &command) { Assistant::Character(command); };
+    return routine;
+}
+
+struct ChannelText
+{
+    const char16_t *caption;
+    const char16_t *tip;
+};
+
+// The main buttons, by index.
+const ChannelText ChannelTexts[10] = {
+    {u"製品情報", u"Fernwick Nib 2007 バージョン 1.0　かんたん文書作成ソフト"},
+    {u"電源を切る", u"クリックすると、編集したドキュメントを自動保存してコンピュータの電源を切ります。電源をつけると再び起動します。"},
+    {u"終了", u"クリックすると、編集したドキュメントを自動保存して終了します。"},
+    {u"ヘルプ", u"クリックすると、ヘルプを参照します。必要であれば、インターネットに接続して最新情報を確認できます。"},
+    {u"設定", u"クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。"},
+    {u"音楽", u"クリックするたびに、音楽・効果音を再生するかどうかを選択します。"},
+    {u"アニメ", u"クリックするたびに、音声付きアニメーションを再生するかどうかを選択します。"},
+    {u"印刷", u"クリックすると、表示されているドキュメントを印刷します。まずはプリンタの準備をしておいてください。"},
+    {u"電卓", u"クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。"},
+    {u"文字入力", u"クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。"},
+};
+
+// The order of the main buttons along the top; 1 and 2 share the last place.
+const int ChannelOrder[] = {9, 8, 7, 4, 5, 6, 3, 0};
+
+const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
+
+QString skinFolder()
+{
+    return QCoreApplication::applicationDirPath() + QStringLiteral("/SKIN");
+}
+
+// A control array's name: the object name without its index.
+QString arrayName(const QObject *control)
+{
+    static const QRegularExpression trailingDigits(QStringLiteral("\\d+$"));
+    return control->objectName().remove(trailingDigits);
+}
+
+QLabel *makeLabel(QWidget *parent, int pixelSize, bool bold)
+{
+    auto *label = new QLabel(parent);
+    label->setFont(bold ? TouchTheme::titleFont(pixelSize) : TouchTheme::captionFont(pixelSize));
+    QPalette palette = label->palette();
+    palette.setColor(QPalette::WindowText, TouchTheme::ink());
+    label->setPalette(palette);
+    return label;
+}
+
+} // namespace
+
+void Workspace::setCharacterRoutine(CharacterRoutine routine)
+{
+    characterRoutine() = std::move(routine);
+}
+
+// ---- Load ----------------------------------------------------------------
 
 Workspace::Workspace(QWidget *parent)
     : QWidget(parent)
+    , m_ask(&QuestionBox::ask)
 {
-    setWindowTitle(QString::fromLatin1(SettingsStore::ApplicationName));
     setObjectName(QStringLiteral("Workspace"));
 
     // The font-link guard: link once; a run that ended without unloading left
@@ -26,6 +126,48 @@ Workspace::Workspace(QWidget *parent)
             PrivateCharacters::Link(true);
         }
     });
+
+    setWindowTitle(QString::fromLatin1(SettingsStore::ApplicationName));
+    setAutoFillBackground(false);
+    setMinimumSize(800, 600);
+
+    buildChannels();
+    buildInfoBar();
+
+    m_welcome = new WelcomeBox(this);
+    m_welcome->hide();
+    connect(m_welcome, &WelcomeBox::templateChosen, this, &Workspace::openTemplate);
+    connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
+    connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
+
+    m_wallpaper = std::make_unique<Wallpaper>();
+    m_settingsBox = buildSettingsBox();
+    m_settingsBox->hide();
+
+    m_documentBar = new SideMenuBar(SideMenuBar::DocumentBar, this);
+    m_formatBar = new SideMenuBar(SideMenuBar::FormatBar, this);
+    for (SideMenuBar *bar : {m_documentBar, m_formatBar}) {
+        bar->hide();
+        connect(bar, &SideMenuBar::buttonClicked, this, &Workspace::SideMenuBarMiniChannels_Click);
+    }
+
+    buildMenus();
+
+    m_clock = new ChimeClock(this);
+    connect(m_clock, &ChimeClock::beep, this, &Workspace::Clock_Beep);
+    connect(m_clock, &ChimeClock::tellTime, this, [this] { say(QStringLiteral("What time is it now?")); });
+
+    m_bus = new WorkspaceBus(this);
+    if (!m_bus->registerObject())
+        RuntimeLog::note("Workspace::Load", QStringLiteral("no session bus for the window's commands"));
+
+    // The document applet.
+    addApplet(new DatabaseApplet(this));
+
+    connectHints();
+    // The character is on for the window's life; showing it is a setting.
+    say(VbFormat::boolean(true, QStringLiteral("On/Off")));
+    m_clock->start();
 }
 
 Workspace::~Workspace()
@@ -33,9 +175,160 @@ Workspace::~Workspace()
     Unload();
 }
 
+void Workspace::buildChannels()
+{
+    for (int index = 0; index < 10; ++index) {
+        auto *button = new TouchButton(QString::fromUtf16(ChannelTexts[index].caption), this);
+        button->setObjectName(QStringLiteral("Channels%1").arg(index));
+        button->setIndex(index);
+        button->setTip(QString::fromUtf16(ChannelTexts[index].tip));
+        button->setFont(TouchTheme::captionFont(26));
+        connect(button, &QAbstractButton::clicked, this, [this, index] { Channels_Click(index); });
+        m_channels.append(button);
+    }
+    Channels(7)->setEnabled(false);
+}
+
+void Workspace::buildInfoBar()
+{
+    m_infoBar = new TouchPanel(this);
+    m_infoBar->setObjectName(QStringLiteral("InfoBar"));
+    m_infoTopic = makeLabel(m_infoBar, 24, true);
+    m_infoTopic->setObjectName(QStringLiteral("InfoBarTopic"));
+    m_infoContent = makeLabel(m_infoBar, 22, false);
+    m_infoContent->setObjectName(QStringLiteral("InfoBarContent"));
+    m_infoContent->setWordWrap(true);
+    m_howToMonitor = new TouchButton(QStringLiteral("閉じる"), m_infoBar);
+    m_howToMonitor->setObjectName(QStringLiteral("InfoBarHowToMonitor"));
+    m_howToMonitor->setTip(QStringLiteral("クリックすると、説明を閉じます。"));
+    connect(m_howToMonitor, &QAbstractButton::clicked, this, [this] {
+        m_infoBar->hide();
+        m_infoBar->update();
+        sayWhenGraphic(QStringLiteral("Let's go home, please."));
+    });
+    m_howToMonitor->setFont(TouchTheme::captionFont(20));
+    m_howToMonitor->setMinimumSize(96, 40);
+    auto *layout = new QHBoxLayout(m_infoBar);
+    layout->setContentsMargins(18, 0, 8, 0);
+    layout->setSpacing(18);
+    layout->addWidget(m_infoTopic);
+    layout->addWidget(m_infoContent, 1);
+    layout->addWidget(m_howToMonitor);
+    m_infoBar->hide();
+}
+
+void Workspace::buildMenus()
+{
+    m_menu = new QMenu(this);
+    m_menu->setObjectName(QStringLiteral("Menus"));
+    m_menu->setFont(TouchTheme::captionFont(24));
+    const auto entry = [this](int index, const QString &caption) {
+        QAction *action = m_menu->addAction(caption);
+        action->setObjectName(QStringLiteral("Menus%1").arg(index));
+        connect(action, &QAction::triggered, this, [this, index] { Menus_Click(index); });
+    };
+    entry(0, QStringLiteral("ボリューム"));
+    entry(1, QStringLiteral("画面..."));
+    m_printerMenu = m_menu->addMenu(QStringLiteral("既定のプリンタ"));
+    m_printerMenu->setObjectName(QStringLiteral("PrinterMenus"));
+    m_printerMenu->setFont(TouchTheme::captionFont(24));
+    entry(3, QStringLiteral("プリンタ..."));
+    m_menu->addSeparator();
+    entry(5, QStringLiteral("フォント"));
+    m_menu->addSeparator();
+    entry(7, QStringLiteral("日付と時刻..."));
+    m_menu->addSeparator();
+    entry(9, QStringLiteral("インターネット オプション..."));
+    rebuildPrinterMenu();
+}
+
+void Workspace::rebuildPrinterMenu()
+{
+    m_printerMenu->clear();
+    QAction *none = m_printerMenu->addAction(QStringLiteral("(なし)"));
+    none->setObjectName(QStringLiteral("PrinterMenus0"));
+    none->setCheckable(true);
+    connect(none, &QAction::triggered, this, [this] { PrinterMenus_Click(0); });
+    QList<PrinterList::Entry> printers;
+    ErrorTrap::run("Workspace: printer list", [&] { printers = PrinterList::printers(); });
+    const QString current = PrinterList::currentPrinter();
+    none->setChecked(current.isEmpty());
+    for (int k = 1; k <= printers.size(); ++k) {
+        const PrinterList::Entry &printer = printers.at(k - 1);
+        QAction *action = m_printerMenu->addAction(PrinterList::caption(printer));
+        action->setObjectName(QStringLiteral("PrinterMenus%1").arg(k));
+        action->setCheckable(true);
+        action->setChecked(printer.deviceName == current);
+        connect(action, &QAction::triggered, this, [this, k] { PrinterMenus_Click(k); });
+    }
+}
+
+QWidget *Workspace::buildSettingsBox()
+{
+    auto *box = new SettingsBox(this);
+    box->setWallpaper(m_wallpaper.get());
+    connect(box, &SettingsBox::closeRequested, this, [this] { setDocument(WelcomeView); });
+    connect(box, &SettingsBox::shutdownOptionChanged, this, &Workspace::refreshCheckMarks);
+    connect(box, &SettingsBox::wallpaperChanged, this, [this] { update(); });
+    return box;
+}
+
+// Every button and field of the window tells the information bar about
+// itself; the buttons that sound ask the window first.
+void Workspace::connectHints()
+{
+    for (TouchButton *button : findChildren<TouchButton *>()) {
+        connect(button, &TouchButton::pointerEntered, this, [this, button] { HowTo(button->caption(), button->tip()); });
+        connect(button, &TouchButton::pointerLeft, this, [this] { HowTo(QString(), QString()); });
+        const QString name = arrayName(button);
+        connect(button, &TouchButton::soundQuery, this, [this, button, name](qint16 &suppress) {
+            suppress = soundSuppressFor(name, button->index());
+        });
+    }
+    for (TouchEdit *edit : findChildren<TouchEdit *>()) {
+        connect(edit, &TouchEdit::pointerEntered, this, [this, edit] {
+            HowTo(edit->caption(), edit->tip().isEmpty() ? edit->prompt() : edit->tip());
+        });
+        connect(edit, &TouchEdit::pointerLeft, this, [this] { HowTo(QString(), QString()); });
+    }
+}
+
+void Workspace::addApplet(Applet *applet)
+{
+    applet->setParent(this);
+    applet->hide();
+    m_applets.append(applet);
+    m_active = applet;
+    applet->setRecord(&m_record);
+    connect(applet, &Applet::propertiesChanged, this,
+            [this](bool &value, QVariant source, QString kind) { applet_propertiesChanged(value, source, kind); });
+    // A click into the document opens the pad when "Smart Pencil" asks for it.
+    connect(applet, &Applet::keyOrPointer, this, [this](qint32 &code, bool &) {
+        if (code == Qt::LeftButton)
+            ToolBoxMode(1, 2);
+    });
+    ErrorTrap::run("Workspace: applet load", [applet] { applet->Load(); });
+    if (m_infoDlg)
+        ErrorTrap::run("Workspace: applet reload", [applet] { applet->Reload(); });
+}
+
+Applet *Workspace::activeApplet() const
+{
+    return m_active;
+}
+
 void Workspace::setInfoDlg(InfoDlg *dialog)
 {
     m_infoDlg = dialog;
+    if (!m_infoDlg)
+        return;
+    connect(m_infoDlg, &InfoDlg::HowTo, this, &Workspace::HowTo);
+    connect(m_infoDlg, &InfoDlg::Status, this, &Workspace::InfoDlg_Status);
+    connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16 argument) {
+        // The pad's own close button: closed the same way as from here.
+        if (argument == 0)
+            ToolBoxMode(1, 0);
+    });
 }
 
 void Workspace::setPrinting(Printing *printing)
@@ -45,18 +338,472 @@ void Workspace::setPrinting(Printing *printing)
         m_printing->setParent(this);
 }
 
+TouchButton *Workspace::Channels(int index) const
+{
+    return index >= 0 && index < m_channels.size() ? m_channels.at(index) : nullptr;
+}
+
+SideMenuBar *Workspace::SideMenuBars(int index) const
+{
+    return index == SideMenuBar::DocumentBar ? m_documentBar : index == SideMenuBar::FormatBar ? m_formatBar : nullptr;
+}
+
+// ---- Public operations ------------------------------------------------------
+
 void Workspace::Reload()
 {
+    ErrorTrap::run("Workspace::Reload: fonts", [] { FontAdapter::adaptAll(); });
+    ErrorTrap::run("Workspace::Reload: sounds", [this] { applySkinSounds(); });
+    for (Applet *applet : m_applets)
+        ErrorTrap::run("Workspace::Reload: applet", [applet] { applet->Reload(); });
     if (m_infoDlg)
-        m_infoDlg->Reload();
+        ErrorTrap::run("Workspace::Reload: tool dialog", [this] { m_infoDlg->Reload(); });
+    say(VbFormat::boolean(true, QStringLiteral("On/Off")));
 }
 
 void Workspace::ApplySetting()
 {
+    // 1. Reserved.
+    // 2. The wallpaper.
+    ErrorTrap::run("Workspace::ApplySetting: wallpaper", [this] { applyWallpaper(); });
+    // 3. The layout.
+    layOut();
+    // 4. The character.
+    showCharacter();
+    // 5. The check marks.
+    refreshCheckMarks();
 }
 
 void Workspace::Start()
 {
+    for (Applet *applet : m_applets)
+        ErrorTrap::run("Workspace::Start: applet", [applet] { applet->Start(); });
+    m_started = true;
+    setDocument(WelcomeView);
+    sayWhenGraphic(QStringLiteral("What's the date today?"));
+}
+
+void Workspace::ToolBoxMode(qint16 mode, qint16 state)
+{
+    if (mode == 0) {
+        if (state == 2)
+            state = m_calculator ? 1 : 0;
+        Channels(8)->setValue(state != 0);
+    } else if (mode == 1) {
+        if (state == 2 && !(m_infoDlg && m_infoDlg->isVisible()) && Globals::SmartPencilOn)
+            state = 1;
+        if (state == 0)
+            Channels(9)->setEnabled(true);
+        else if (state == 1)
+            Channels(9)->setEnabled(false);
+    }
+    if (!m_infoDlg)
+        return;
+    if (state == 0) {
+        ErrorTrap::run("Workspace::ToolBoxMode: finish", [&] { m_infoDlg->Finish(mode); });
+    } else if (state == 1) {
+        ErrorTrap::run("Workspace::ToolBoxMode: begin", [&] { m_infoDlg->Begin(mode); });
+        placeToolDialog();
+    }
+}
+
+// The first time it opens, the tool dialog sits at the bottom in the middle,
+// clear of the main buttons; after that it stays where the user puts it.
+void Workspace::placeToolDialog()
+{
+    if (m_toolDialogPlaced || !m_infoDlg || !m_infoDlg->isVisible())
+        return;
+    m_toolDialogPlaced = true;
+    const QRect area = geometry();
+    const QSize size = m_infoDlg->frameGeometry().size();
+    const int bottom = m_infoBar->geometry().top() + area.top();
+    m_infoDlg->move(area.left() + std::max(0, (area.width() - size.width()) / 2),
+                    std::max(area.top(), bottom - size.height()));
+}
+
+void Workspace::HowTo(const QString &topic, const QString &content)
+{
+    if (topic.isEmpty() && content.isEmpty()) {
+        m_infoTopic->clear();
+        m_infoContent->clear();
+        return;
+    }
+    if (!Globals::HowToOn || content.isEmpty())
+        return;
+    m_infoTopic->setText(topic);
+    m_infoContent->setText(content);
+    m_infoBar->show();
+    m_infoBar->raise();
+    m_infoBar->update();
+}
+
+qint32 Workspace::Document() const
+{
+    if (m_welcome->isVisibleTo(this) || m_settingsBox->isVisibleTo(this))
+        return 0;
+    return m_active ? m_active->Document() : 0;
+}
+
+void Workspace::setDocument(qint16 view)
+{
+    const qint32 current = Document();
+
+    // Leave what is shown.
+    if (m_settingsBox->isVisibleTo(this)) {
+        m_settingsBox->hide();
+        update();
+    }
+    if (m_welcome->isVisibleTo(this)) {
+        m_welcome->hide();
+        update();
+    }
+    if (current == DocumentView)
+        leaveDocument();
+
+    Channels(7)->setEnabled(view == DocumentView);
+
+    // Enter the new view.
+    switch (view) {
+    case SettingsView:
+        m_settingsBox->raise();
+        m_settingsBox->show();
+        ErrorTrap::run("Workspace::Document: theme pictures", [this] { settings()->loadThemePictures(); });
+        break;
+    case WelcomeView:
+        m_path.clear();
+        m_welcome->raise();
+        m_welcome->show();
+        ErrorTrap::run("Workspace::Document: lists", [this] { m_welcome->fillLists(); });
+        break;
+    case DocumentView:
+        m_documentBar->show();
+        m_formatBar->show();
+        m_documentBar->titleField()->setText(m_record.DocumentTitle);
+        if (m_active) {
+            m_active->setDocument(DocumentView);
+            m_active->show();
+            m_active->raise();
+            // The first box takes the caret, so the format buttons act at once.
+            if (auto *document = qobject_cast<DatabaseApplet *>(m_active)) {
+                if (WordProcessor *box = document->WordProcessors(1))
+                    box->setFocus();
+            }
+        }
+        layOut();
+        break;
+    default:
+        break;
+    }
+}
+
+// Hides the document, saves it and hides its side bars.
+void Workspace::leaveDocument()
+{
+    if (m_active) {
+        m_active->hide();
+        ErrorTrap::run("Workspace::Document: applet", [this] { m_active->setDocument(0); });
+    }
+    ErrorTrap::run("Workspace::Document: save", [this] { saveCurrentDocument(); });
+    m_documentBar->hide();
+    m_formatBar->hide();
+    update();
+}
+
+void Workspace::saveCurrentDocument()
+{
+    if (m_active)
+        m_active->syncRecord();
+    const QDateTime now = QDateTime::currentDateTime();
+    m_record.DocumentTitle = m_documentBar->titleField()->text();
+    m_record.Timestamp = QDateTime(now.date(), QTime(now.time().hour(), now.time().minute(), now.time().second()));
+    if (m_path.isEmpty())
+        m_path = Database::NewFileName(m_record.Timestamp);
+    Database::SaveDocument(m_path, m_record, Database::Sequential);
+}
+
+// ---- The main buttons ----------------------------------------------------
+
+void Workspace::Channels_Click(int index)
+{
+    switch (index) {
+    case 1:
+    case 2:
+        closeWithMode(ByCode);
+        break;
+    case 3:
+        ErrorTrap::run("Workspace: help", [] { HelpViewer::show(QCoreApplication::applicationDirPath()); });
+        break;
+    case 4:
+        setDocument(SettingsView);
+        break;
+    case 5:
+        Globals::MusicOn = !Globals::MusicOn;
+        Channels(5)->setValue(Globals::MusicOn);
+        applySkinSounds();
+        break;
+    case 6:
+        Globals::GraphicOn = !Globals::GraphicOn;
+        Channels(6)->setValue(Globals::GraphicOn);
+        showCharacter();
+        break;
+    case 7:
+        if (m_active)
+            ErrorTrap::run("Workspace: print", [this] { m_active->Printout(); });
+        break;
+    case 8:
+        m_calculator = !m_calculator;
+        ToolBoxMode(0, 2);
+        break;
+    case 9:
+        ToolBoxMode(1, 1);
+        break;
+    default:
+        break;
+    }
+}
+
+qint16 Workspace::soundSuppressFor(const QString &array, int index) const
+{
+    const qint16 music = Globals::MusicOn ? -1 : 0;
+    if (array == u"Channels")
+        return index == 5 ? music : qint16(~music);
+    if (array == u"MenuBoxMiniChannels" || array == u"SideMenuBarMiniChannels")
+        return qint16(~music);
+    return 0;
+}
+
+void Workspace::applySkinSounds()
+{
+    const QString folder = skinFolder();
+    QList<QWidget *> pending = QApplication::topLevelWidgets();
+    if (!pending.contains(this))
+        pending.append(this);
+    while (!pending.isEmpty()) {
+        QWidget *widget = pending.takeFirst();
+        for (QObject *child : widget->children()) {
+            if (auto *childWidget = qobject_cast<QWidget *>(child); childWidget && !childWidget->isWindow())
+                pending.append(childWidget);
+        }
+        const QString name = arrayName(widget);
+        if (auto *button = qobject_cast<TouchButton *>(widget)) {
+            if (name.endsWith(u"MiniChannels"))
+                button->setSoundFile(folder + QStringLiteral("/2.WAV"));
+            else if (name == u"Channels")
+                button->setSoundFile(folder + QStringLiteral("/1.WAV"));
+            else if (name == u"NumKeys")
+                button->setSoundFile(folder + QStringLiteral("/3.WAV"));
+        } else if (auto *panel = qobject_cast<TouchPanel *>(widget); panel && name == u"MIDI") {
+            panel->setMusicFile(folder + QStringLiteral("/2.MIDI"));
+            panel->setSoundPlaying(Globals::MusicOn);
+        }
+    }
+}
+
+void Workspace::Menus_Click(int index)
+{
+    ErrorTrap::run("Workspace: system menu", [index] { SystemTools::open(index); });
+}
+
+void Workspace::PrinterMenus_Click(int index)
+{
+    QList<PrinterList::Entry> printers;
+    ErrorTrap::run("Workspace: printer list", [&] { printers = PrinterList::printers(); });
+    if (index == 0)
+        PrinterList::setCurrentPrinter(QString());
+    else if (index - 1 < printers.size())
+        PrinterList::setCurrentPrinter(printers.at(index - 1).deviceName);
+    rebuildPrinterMenu();
+}
+
+void Workspace::contextMenuEvent(QContextMenuEvent *event)
+{
+    rebuildPrinterMenu();
+    m_menu->popup(event->globalPos());
+}
+
+// ---- The side bars ---------------------------------------------------------
+
+void Workspace::SideMenuBarMiniChannels_Click(int index)
+{
+    Applet *applet = m_active;
+    if (!applet)
+        return;
+    switch (index) {
+    case SideMenuBar::ZoomIn:
+        if (applet->Properties(QStringLiteral("Zoom")).toInt() == 100)
+            applet->setProperties(QStringLiteral("Zoom"), 200);
+        break;
+    case SideMenuBar::ZoomOut:
+        if (applet->Properties(QStringLiteral("Zoom")).toInt() == 200)
+            applet->setProperties(QStringLiteral("Zoom"), 100);
+        break;
+    case SideMenuBar::Revert:
+        revertDocument();
+        break;
+    case SideMenuBar::Copy:
+        copyDocument();
+        break;
+    case SideMenuBar::Delete:
+        deleteDocument();
+        break;
+    case SideMenuBar::Save:
+        setDocument(WelcomeView);
+        break;
+    case SideMenuBar::Larger:
+    case SideMenuBar::Smaller: {
+        const QVariant value = applet->Properties(QStringLiteral("Font Size"));
+        const double size = value.toDouble();
+        const int step = FontSizeLadder.indexOf(int(size));
+        if (!value.isValid() || step < 0 || double(int(size)) != size)
+            break;
+        const int next = index == SideMenuBar::Larger ? step + 1 : step - 1;
+        if (next >= 0 && next < FontSizeLadder.size())
+            applet->setProperties(QStringLiteral("Font Size"), FontSizeLadder.at(next));
+        break;
+    }
+    case SideMenuBar::AlignLeft:
+        applet->setProperties(QStringLiteral("Alignment"), 0);
+        break;
+    case SideMenuBar::AlignCenter:
+        applet->setProperties(QStringLiteral("Alignment"), 2);
+        break;
+    case SideMenuBar::AlignRight:
+        applet->setProperties(QStringLiteral("Alignment"), 1);
+        break;
+    case SideMenuBar::Bullet:
+        applet->setProperties(QStringLiteral("Bullet"), applet->Properties(QStringLiteral("Bullet")).toInt() == 0);
+        break;
+    case SideMenuBar::Timestamp:
+        applet->Update(QStringLiteral("Timestamp"));
+        break;
+    default:
+        break;
+    }
+}
+
+void Workspace::openTemplate(qint16 templateNumber)
+{
+    m_path.clear();
+    m_record = Database::NewDocument(templateNumber);
+    setDocument(DocumentView);
+}
+
+void Workspace::openDocument(const QString &path)
+{
+    DocumentRecord record = Database::LoadDocument(path, Database::Sequential);
+    m_path = path;
+    m_record = record;
+    setDocument(DocumentView);
+}
+
+void Workspace::revertDocument()
+{
+    if (!m_ask(this, QStringLiteral("このドキュメントの今までの作業をすべてキャンセルして、保存された状態に戻しますか?")))
+        return;
+    DocumentRecord stored =
+        m_path.isEmpty() ? Database::NewDocument(Database::BlankTemplate) : Database::LoadDocument(m_path, Database::Sequential);
+    // The edits on screen are dropped, not saved: the shown page closes
+    // before the stored record takes its place.
+    if (m_active) {
+        m_active->hide();
+        ErrorTrap::run("Workspace: revert", [this] { m_active->setDocument(0); });
+    }
+    m_record = stored;
+    setDocument(DocumentView);
+}
+
+void Workspace::copyDocument()
+{
+    setDocument(NothingView);
+    m_record.DocumentTitle = QStringLiteral("(コピー)");
+    setDocument(DocumentView);
+    m_path = Database::NewFileName(QDateTime::currentDateTime());
+    Database::SaveDocument(m_path, m_record, Database::Sequential);
+}
+
+void Workspace::deleteDocument()
+{
+    if (!m_ask(this, QStringLiteral("このドキュメントを削除しますか?")))
+        return;
+    setDocument(NothingView);
+    if (!QFile::remove(m_path))
+        RuntimeLog::note("Workspace: delete", QStringLiteral("could not delete %1").arg(m_path));
+    setDocument(WelcomeView);
+}
+
+void Workspace::applet_propertiesChanged(bool &value, const QVariant &, const QString &kind)
+{
+    if (kind == u"Word Processor") {
+        m_documentBar->setVisible(value);
+        m_documentBar->update();
+    } else if (kind == u"All Properties" && m_active) {
+        const int alignment = m_active->Properties(QStringLiteral("Alignment")).toInt();
+        m_formatBar->SideMenuBarMiniChannels(SideMenuBar::AlignLeft)->setValue(alignment == 0);
+        m_formatBar->SideMenuBarMiniChannels(SideMenuBar::AlignCenter)->setValue(alignment == 2);
+        m_formatBar->SideMenuBarMiniChannels(SideMenuBar::AlignRight)->setValue(alignment == 1);
+        m_formatBar->SideMenuBarMiniChannels(SideMenuBar::Bullet)
+            ->setValue(m_active->Properties(QStringLiteral("Bullet")).toInt() != 0);
+    }
+}
+
+// ---- Tool dialog, clock, character ------------------------------------------
+
+void Workspace::InfoDlg_Status(qint16 first, qint16 second)
+{
+    if (Globals::MusicOn && (first != 0 || second != 0))
+        m_documentBar->setSoundPlaying(first == 0);
+}
+
+void Workspace::Clock_Beep()
+{
+    if (!SkinSound::play(skinFolder() + QStringLiteral("/BEEP.WAV")))
+        QApplication::beep();
+}
+
+void Workspace::say(const QString &line)
+{
+    QString command = line;
+    ErrorTrap::run("Workspace: character", [&] { characterRoutine()(command); });
+}
+
+void Workspace::sayWhenGraphic(const QString &line)
+{
+    if (Globals::GraphicOn)
+        say(line);
+}
+
+void Workspace::showCharacter()
+{
+    Channels(6)->setValue(Globals::GraphicOn);
+    Channels(5)->setValue(Globals::MusicOn);
+    if (Globals::GraphicOn) {
+        say(QStringLiteral("Hello!"));
+        m_characterShown = true;
+    } else if (m_characterShown) {
+        say(QStringLiteral("Bye!"));
+        m_characterShown = false;
+    }
+}
+
+void Workspace::refreshCheckMarks()
+{
+    settings()->refreshCheckMarks();
+    Channels(1)->setVisible(Globals::ShutdownOnQuit);
+    Channels(2)->setVisible(!Globals::ShutdownOnQuit);
+}
+
+// ---- Wallpaper and layout ---------------------------------------------------
+
+SettingsBox *Workspace::settings() const
+{
+    return static_cast<SettingsBox *>(m_settingsBox);
+}
+
+void Workspace::applyWallpaper()
+{
+    // Drawn again from the settings; the box shows the choice on its buttons.
+    settings()->applyWallpaper();
+    update();
 }
 
 void Workspace::paintEvent(QPaintEvent *)
@@ -66,10 +813,141 @@ void Workspace::paintEvent(QPaintEvent *)
     sky.setColorAt(0.0, QColor(0xfd, 0xf6, 0xe3));
     sky.setColorAt(1.0, QColor(0xf3, 0xdf, 0xb8));
     painter.fillRect(rect(), sky);
+    // A picture, or with type 6 the desktop's own background, over it.
+    ErrorTrap::run("Workspace::Paint", [&] { m_wallpaper->paint(painter, rect()); });
+}
+
+void Workspace::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    layOut();
+}
+
+// The main buttons run along the top, the information bar along the bottom;
+// the boxes sit in the middle, the open document between its side bars.
+void Workspace::layOut()
+{
+    if (!m_welcome || !m_documentBar)
+        return;
+    const int w = width();
+    const int h = height();
+    const double unit = std::min(w / 1366.0, h / 768.0);
+    scaleType(unit);
+    const int margin = std::max(8, int(12 * unit));
+    const int buttonHeight = std::max(64, int(84 * unit));
+
+    // The main buttons: eight in a row from the left, the ending button alone
+    // at the right.
+    const int places = 9;
+    const int gap = margin;
+    const int buttonWidth = (w - 2 * margin - (places - 1) * gap - 2 * gap) / places;
+    int x = margin;
+    for (int index : ChannelOrder) {
+        Channels(index)->setGeometry(x, margin, buttonWidth, buttonHeight);
+        x += buttonWidth + gap;
+    }
+    const QRect endSlot(w - margin - buttonWidth, margin, buttonWidth, buttonHeight);
+    Channels(1)->setGeometry(endSlot);
+    Channels(2)->setGeometry(endSlot);
+
+    const int infoHeight = std::max(60, int(72 * unit));
+    m_infoBar->setGeometry(margin, h - margin - infoHeight, w - 2 * margin, infoHeight);
+
+    const int top = margin + buttonHeight + margin;
+    const int bottom = h - margin - infoHeight - margin;
+    const QRect work(margin, top, w - 2 * margin, bottom - top);
+
+    // The boxes, in the middle of the window, clear of the buttons and the
+    // information bar.
+    const int clearance = std::max(top, h - bottom);
+    const QSize box(std::min(work.width(), std::max(760, int(1040 * unit))),
+                    std::min(h - 2 * clearance, std::max(480, int(600 * unit))));
+    m_welcome->setBoxSize(box);
+    m_settingsBox->resize(box);
+    for (QWidget *menuBox : {m_settingsBox, static_cast<QWidget *>(m_welcome)})
+        menuBox->move(int(0 + w - menuBox->width()) / 2, int(0 + h - menuBox->height()) / 2);
+
+    // The side bars at the two edges, the document between them.
+    const int barWidth = std::max(210, int(250 * unit));
+    m_documentBar->setGeometry(work.left(), work.top(), barWidth, work.height());
+    m_formatBar->setGeometry(work.right() - barWidth + 1, work.top(), barWidth, work.height());
+    const QRect middle(work.left() + barWidth + margin, work.top(), work.width() - 2 * (barWidth + margin), work.height());
+    for (Applet *applet : m_applets) {
+        applet->resize(middle.size());
+        applet->move(middle.left() + (middle.width() - applet->width()) / 2,
+                     middle.top() + (middle.height() - applet->height()) / 2);
+    }
+}
+
+// Type grows with the screen: every control keeps the size it was designed
+// with at 1366 by 768 and is scaled from it.
+void Workspace::scaleType(double unit)
+{
+    unit = std::max(1.0, unit);
+    if (qFuzzyCompare(unit, m_typeUnit))
+        return;
+    m_typeUnit = unit;
+    const auto ownControl = [this](QWidget *control) {
+        // Not the document's own type, nor another window's.
+        for (QWidget *w = control; w && w != this; w = w->parentWidget()) {
+            if (w->isWindow() || qobject_cast<Applet *>(w))
+                return false;
+        }
+        return true;
+    };
+    for (QWidget *control : findChildren<QWidget *>()) {
+        if (!ownControl(control))
+            continue;
+        QVariant design = control->property("designPixelSize");
+        if (!design.isValid()) {
+            const int px = control->font().pixelSize();
+            if (px <= 0)
+                continue;
+            design = px;
+            control->setProperty("designPixelSize", px);
+        }
+        QFont font = control->font();
+        font.setPixelSize(std::max(TouchTheme::smallestPixelSize(), int(design.toInt() * unit + 0.5)));
+        control->setFont(font);
+    }
+}
+
+// ---- Closing -----------------------------------------------------------------
+
+void Workspace::closeWithMode(CloseMode mode)
+{
+    m_closeMode = mode;
+    close();
+    m_closeMode = ControlMenu;
+}
+
+bool Workspace::QueryUnload(CloseMode mode)
+{
+    if (mode > TaskManager) {
+        sayWhenGraphic(QStringLiteral("Sorry."));
+        return false;
+    }
+    setDocument(NothingView);
+    sayWhenGraphic(QStringLiteral("Thank you."));
+    if (m_infoDlg)
+        ErrorTrap::run("Workspace::QueryUnload: tool dialog", [this] { m_infoDlg->close(); });
+    for (Applet *applet : m_applets)
+        ErrorTrap::run("Workspace::QueryUnload: applet", [applet] { applet->Quit(); });
+    if (m_documentBar->isSoundPlaying())
+        m_documentBar->setSoundPlaying(false);
+    return true;
 }
 
 void Workspace::closeEvent(QCloseEvent *event)
 {
+    if (m_unloaded) {
+        event->accept();
+        return;
+    }
+    if (!QueryUnload(m_closeMode)) {
+        event->ignore();
+        return;
+    }
     Unload();
     event->accept();
 }
@@ -79,8 +957,11 @@ void Workspace::Unload()
     if (m_unloaded)
         return;
     m_unloaded = true;
-    if (m_infoDlg)
-        m_infoDlg->close();
+    m_clock->stop();
+    say(VbFormat::boolean(false, QStringLiteral("On/Off")));
+    for (Applet *applet : m_applets)
+        ErrorTrap::run("Workspace::Unload: applet", [applet] { applet->Unload(); });
+    ErrorTrap::run("Workspace::Unload: scroll bars", [this] { m_welcome->scrollBar()->Terminate(); });
     ErrorTrap::run("Workspace::Unload: private characters", [] {
         if (SettingsStore::Runtime()) {
             PrivateCharacters::Link(false);

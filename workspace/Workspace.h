@@ -1,27 +1,121 @@
 #pragma once
 
+#include "documents/AppletHost.h"
+#include "documents/DocumentRecord.h"
+
+#include <QList>
+#include <QPointer>
+#include <QVariant>
 #include <QWidget>
 
+#include <functional>
+#include <memory>
+
+class Applet;
+class ChimeClock;
 class InfoDlg;
 class Printing;
+class QLabel;
+class QMenu;
+class SettingsBox;
+class Wallpaper;
+class SideMenuBar;
+class TouchButton;
+class TouchPanel;
+class WelcomeBox;
+class WorkspaceBus;
 
-// The program's single full-screen main window.
-class Workspace : public QWidget
+// The program's single full-screen main window: the big main buttons along
+// the top, the welcome box with the document lists, the settings box, the
+// open document between its two side bars, and the information bar at the
+// bottom that explains whatever the pointer rests on.
+//
+// What it shows is chosen by the view code written to setDocument: 0 nothing
+// (what was open is saved and closed), 1 the settings box, 2 the welcome box,
+// 10 the current document.
+class Workspace : public QWidget, public AppletHost
 {
     Q_OBJECT
 
 public:
+    // View codes
+    static constexpr qint16 NothingView = 0;
+    static constexpr qint16 SettingsView = 1;
+    static constexpr qint16 WelcomeView = 2;
+    static constexpr qint16 DocumentView = 10;
+
+    // How the window is being closed.
+    enum CloseMode { ControlMenu = 0, ByCode = 1, SessionEnd = 2, TaskManager = 3, OtherClose = 4 };
+
+    // The character routine: every line for the assistant goes through it.
+    using CharacterRoutine = std::function<void(QString &command)>;
+    static void setCharacterRoutine(CharacterRoutine routine);
+    // The yes/no question before revert and delete.
+    using QuestionRoutine = std::function<bool(QWidget *parent, const QString &question)>;
+
     explicit Workspace(QWidget *parent = nullptr);
     ~Workspace() override;
+    Wallpaper *wallpaper() const { return m_wallpaper.get(); }
 
     void setInfoDlg(InfoDlg *dialog);
-    InfoDlg *infoDlg() const { return m_infoDlg; }
+    InfoDlg *infoDlg() const override { return m_infoDlg; }
     void setPrinting(Printing *printing);
-    Printing *printing() const { return m_printing; }
+    Printing *printing() const override { return m_printing; }
 
+    // 1. Fonts, skin sounds, the applets and the tool dialog again.
     void Reload();
+    // 2. Wallpaper, layout, character, settings-box check marks.
     void ApplySetting();
+    // 3. The applets start and the welcome box opens.
     void Start();
+    // 4. Opens (1) or closes (0) the calculator (mode 0) or the
+    //    character-input pad (mode 1); state 2 decides by itself.
+    void ToolBoxMode(qint16 mode, qint16 state);
+    // 5. The hint in the information bar.
+    void HowTo(const QString &topic, const QString &content);
+    // 6 and 7. The view.
+    qint32 Document() const;
+    void setDocument(qint16 view);
+
+    // Closes the window the orderly way, as the given closing mode.
+    void closeWithMode(CloseMode mode);
+    // Whether the window may close in that mode; runs the closing steps.
+    bool QueryUnload(CloseMode mode);
+
+    // The hosted applets; the active one shows the current document.
+    QList<Applet *> DatabaseApplets() const { return m_applets; }
+    Applet *activeApplet() const;
+    // Hosts one more applet (loaded at once) and makes it the active one.
+    void addApplet(Applet *applet);
+
+    // The current document and its file; the path is empty until it is saved.
+    DocumentRecord &currentRecord() { return m_record; }
+    QString currentPath() const { return m_path; }
+
+    bool calculatorFlag() const { return m_calculator; }
+
+    TouchButton *Channels(int index) const;
+    WelcomeBox *welcomeBox() const { return m_welcome; }
+    QWidget *settingsBox() const { return m_settingsBox; }
+    SideMenuBar *SideMenuBars(int index) const;
+    TouchPanel *InfoBar() const { return m_infoBar; }
+    QLabel *InfoBarTopic() const { return m_infoTopic; }
+    QLabel *InfoBarContent() const { return m_infoContent; }
+    QMenu *systemMenu() const { return m_menu; }
+    ChimeClock *clock() const { return m_clock; }
+
+    // Handlers of the controls, by index.
+    void Channels_Click(int index);
+    void SideMenuBarMiniChannels_Click(int index);
+    void Menus_Click(int index);
+    void PrinterMenus_Click(int index);
+    // The suppress flag a button's sound query answers.
+    qint16 soundSuppressFor(const QString &arrayName, int index) const;
+    // Gives every touch control of every window its skin sound.
+    void applySkinSounds();
+
+    // The yes/no question; QuestionBox unless replaced.
+    void setQuestionRoutine(QuestionRoutine routine) { m_ask = std::move(routine); }
 
 signals:
     // The window has unloaded: the settings are saved.
@@ -29,13 +123,67 @@ signals:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void buildChannels();
+    void buildInfoBar();
+    void buildMenus();
+    void rebuildPrinterMenu();
+    QWidget *buildSettingsBox();
+    SettingsBox *settings() const;
+    void connectHints();
+    void say(const QString &line);
+    void sayWhenGraphic(const QString &line);
+    void showCharacter();
+    void refreshCheckMarks();
+    void layOut();
+    void scaleType(double unit);
+    void applyWallpaper();
+    void placeToolDialog();
+
+    void leaveDocument();
+    void saveCurrentDocument();
+    void openTemplate(qint16 templateNumber);
+    void openDocument(const QString &path);
+    void revertDocument();
+    void copyDocument();
+    void deleteDocument();
+    void applet_propertiesChanged(bool &value, const QVariant &applet, const QString &kind);
+    void InfoDlg_Status(qint16 first, qint16 second);
+    void Clock_Beep();
+
     void Unload();
 
     InfoDlg *m_infoDlg = nullptr;
     Printing *m_printing = nullptr;
+    QList<TouchButton *> m_channels;
+    WelcomeBox *m_welcome = nullptr;
+    std::unique_ptr<Wallpaper> m_wallpaper;
+    QWidget *m_settingsBox = nullptr;
+    SideMenuBar *m_documentBar = nullptr;
+    SideMenuBar *m_formatBar = nullptr;
+    TouchPanel *m_infoBar = nullptr;
+    QLabel *m_infoTopic = nullptr;
+    QLabel *m_infoContent = nullptr;
+    TouchButton *m_howToMonitor = nullptr;
+    QMenu *m_menu = nullptr;
+    QMenu *m_printerMenu = nullptr;
+    ChimeClock *m_clock = nullptr;
+    WorkspaceBus *m_bus = nullptr;
+    QList<Applet *> m_applets;
+    Applet *m_active = nullptr;
+    DocumentRecord m_record;
+    QString m_path;
+    QuestionRoutine m_ask;
+    CloseMode m_closeMode = ControlMenu;
+    bool m_calculator = false;
+    bool m_characterShown = false;
     bool m_unloaded = false;
     bool m_linkedFontNow = false;
+    bool m_started = false;
+    double m_typeUnit = 1.0;
+    bool m_toolDialogPlaced = false;
 };

@@ -1,0 +1,357 @@
+"""The document flow of the real program, operated with the mouse as a person
+does it: the controls are found through the accessibility bus and clicked with
+real pointer events (xdotool) on a private X server. Files on disk are checked
+after every step. Screenshots at 1366x768 and 1920x1080 go to
+$LANTERN_BUILD_DIR/screenshots/."""
+import glob
+import os
+import re
+import shutil
+import subprocess
+import sys
+import time
+
+if not os.environ.get("LANTERN_E2E_SESSION"):
+    # A session bus of our own, with the accessibility bus it activates.
+    os.environ["LANTERN_E2E_SESSION"] = "1"
+    os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable] + sys.argv)
+
+import pyatspi  # noqa: E402
+
+PROGRAM = os.path.join(os.environ["LANTERN_PROGRAM_DIR"], "lantern")
+SHOTS = os.path.join(os.environ["LANTERN_BUILD_DIR"], "screenshots")
+CONFIG = os.environ["XDG_CONFIG_HOME"]
+DATA = os.environ["XDG_DATA_HOME"]
+HEADER = re.compile(r'^"(.*)",#(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)#\r\n')
+
+failures = []
+passes = 0
+
+
+def check(what, condition, detail=""):
+    global passes
+    if condition:
+        passes += 1
+        print("ok:", what)
+    else:
+        failures.append(what)
+        print("FAIL:", what, detail)
+    return condition
+
+
+def start_display(width, height):
+    read_fd, write_fd = os.pipe()
+    xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_fd), "-screen", "0", f"{width}x{height}x24",
+                             "-nolisten", "tcp"], pass_fds=(write_fd,), stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL)
+    os.close(write_fd)
+    number = b""
+    while not number.endswith(b"\n"):
+        chunk = os.read(read_fd, 16)
+        if not chunk:
+            break
+        number += chunk
+    os.close(read_fd)
+    return xvfb, ":" + number.decode().strip()
+
+
+def write_settings():
+    os.makedirs(CONFIG, exist_ok=True)
+    with open(os.path.join(CONFIG, "Fernwick Nib 2007.ini"), "w", encoding="utf-8") as ini:
+        # No character on the screen: nothing moves over the buttons.
+        # The pad stays closed unless asked for, so it covers no button.
+        ini.write("[Skin Settings]\nGraphic=False\nMusic=False\n[Settings]\nHow-to=True\nSmart Pencil=False\n")
+
+
+def document_files():
+    return sorted(glob.glob(os.path.join(DATA, "**", "*.TXT"), recursive=True))
+
+
+def read_document(path):
+    with open(path, "rb") as f:
+        raw = f.read()
+    text = raw.decode("cp932")
+    match = HEADER.match(text)
+    return (match.group(1), match.group(2), text[match.end():]) if match else (None, None, text)
+
+
+class Lantern:
+    def __init__(self, display):
+        self.display = display
+        env = dict(os.environ, DISPLAY=display, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
+        self.env = env
+        self.log = open(os.path.join(os.environ.get("LANTERN_TEST_ROOT", "/tmp"), "lantern.log"), "a")
+        self.process = subprocess.Popen([PROGRAM], env=env, stdout=self.log, stderr=self.log)
+        self.app = None
+        deadline = time.time() + 30
+        while time.time() < deadline and self.app is None:
+            for app in pyatspi.Registry.getDesktop(0):
+                if app is not None and app.name == "Fernwick Nib 2007" and self._pid(app) in (None, self.process.pid):
+                    self.app = app
+            time.sleep(0.2)
+
+    @staticmethod
+    def _pid(app):
+        try:
+            return app.get_process_id()
+        except Exception:
+            return None
+
+    def nodes(self, root=None):
+        root = root or self.app
+        for child in root:
+            if child is None:
+                continue
+            yield child
+            yield from self.nodes(child)
+
+    def showing(self, node):
+        return node.getState().contains(pyatspi.STATE_SHOWING)
+
+    def find(self, name, role=None, timeout=10, exact=True):
+        deadline = time.time() + timeout
+        while time.time() < deadline:
+            for node in self.nodes():
+                matched = node.name == name if exact else name in (node.name or "")
+                if matched and (role is None or node.getRoleName() == role) and self.showing(node):
+                    return node
+            time.sleep(0.2)
+        return None
+
+    def click(self, node):
+        x, y, w, h = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        self.xdotool("mousemove", "--sync", str(x + w // 2), str(y + h // 2))
+        time.sleep(0.1)
+        self.xdotool("click", "1")
+        time.sleep(0.6)
+
+    def click_named(self, name, role=None, exact=True):
+        node = self.find(name, role, exact=exact)
+        if not check(f"'{name}' is on the screen", node is not None):
+            raise RuntimeError(name)
+        self.click(node)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "60", text)
+        time.sleep(0.5)
+
+    def xdotool(self, *args):
+        subprocess.run(["xdotool", *args], env=self.env, check=False)
+
+    def screenshot(self, name):
+        os.makedirs(SHOTS, exist_ok=True)
+        subprocess.run(["/usr/bin/import", "-display", self.display, "-window", "root",
+                        os.path.join(SHOTS, name + ".png")], check=False)
+
+    def wait_text(self, node, expected, timeout=5):
+        """Waits until the field holds the text: typed characters arrive late."""
+        deadline = time.time() + timeout
+        while time.time() < deadline:
+            if self.text_of(node) == expected:
+                return True
+            time.sleep(0.2)
+        return False
+
+    def text_of(self, node):
+        try:
+            t = node.queryText()
+            return t.getText(0, t.characterCount)
+        except NotImplementedError:
+            return node.name
+
+    def editor(self):
+        # The document's rich-text box: the editable text that is not a field
+        # of the side bars or the welcome box.
+        for node in self.nodes():
+            if node.getRoleName() in ("text", "paragraph") and self.showing(node) \
+                    and node.getState().contains(pyatspi.STATE_MULTI_LINE):
+                return node
+        return None
+
+    def wait_exit(self, timeout=20):
+        try:
+            return self.process.wait(timeout)
+        except subprocess.TimeoutExpired:
+            return None
+
+    def kill(self):
+        if self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+
+def documents_scenario(width, height):
+    xvfb, display = start_display(width, height)
+    lantern = None
+    try:
+        lantern = Lantern(display)
+        if not check("the program shows up on the accessibility bus", lantern.app is not None):
+            return
+        tag = f"{width}x{height}"
+        template = lantern.find("白紙の文書", "table cell", exact=False, timeout=20)
+        check("the welcome box offers the blank document", template is not None)
+        lantern.find("スタート", exact=True)
+        time.sleep(1)
+        lantern.screenshot(f"welcome-{tag}")
+
+        # A new document from the template: text, title, save.
+        lantern.click(template)
+        editor = lantern.editor()
+        if not check("the document opens in its editor", editor is not None):
+            return
+        lantern.click(editor)
+        lantern.type("Hello Lantern")
+        title = lantern.find("タイトル", "text")
+        check("the title field is there", title is not None)
+        lantern.click(title)
+        lantern.type("Trip 旅行")
+        check("the title field holds the typed title", lantern.wait_text(title, "Trip 旅行"), lantern.text_of(title))
+        lantern.screenshot(f"document-{tag}")
+        lantern.click_named("保存して閉じる")
+        files = document_files()
+        check("saving writes one file", len(files) == 1, files)
+        if not files:
+            return
+        original = files[0]
+        name_time = os.path.basename(original)[:14]
+        doc_title, stamp, body = read_document(original)
+        check("its header has the title in code page 932", doc_title == "Trip 旅行", doc_title)
+        check("its header has the save time, the file name's time",
+              stamp is not None and stamp.replace("-", "").replace(" ", "").replace(":", "") == name_time, stamp)
+        check("its body holds the typed text", "Hello Lantern" in body, body[:200])
+
+        # The recent list shows it with its title and time of day.
+        lantern.click_named("履歴")
+        cell = lantern.find("Trip 旅行", "table cell")
+        check("the recent list shows the title", cell is not None)
+        time_cell = [n for n in lantern.nodes() if n.getRoleName() == "table cell"
+                     and re.fullmatch(r"\d{1,2}:\d\d:\d\d", n.name or "")]
+        check("the recent list shows the save time", len(time_cell) == 1
+              and time_cell[0].name == str(int(stamp[11:13])) + stamp[13:], [n.name for n in time_cell])
+        lantern.screenshot(f"recent-{tag}")
+
+        # Reopened, copied.
+        lantern.click(cell)
+        title = lantern.find("タイトル", "text")
+        check("the reopened document shows its title", title is not None and lantern.text_of(title) == "Trip 旅行")
+        lantern.click_named("コピー")
+        files = document_files()
+        titles = sorted(read_document(f)[0] for f in files)
+        check("copying adds a second file titled (コピー)", titles == ["(コピー)", "Trip 旅行"], titles)
+        copy = [f for f in files if f != original]
+
+        # Reverted after a question: the extra words are gone.
+        editor = lantern.editor()
+        lantern.click(editor)
+        lantern.xdotool("key", "ctrl+End")
+        lantern.type(" extra words")
+        lantern.click_named("元に戻す")
+        yes = lantern.find("はい", "push button")
+        check("reverting asks first", yes is not None)
+        if yes:
+            lantern.click(yes)
+        editor = lantern.editor()
+        check("the reverted document has lost the new words",
+              editor is not None and "extra words" not in lantern.text_of(editor), lantern.text_of(editor) if editor else "")
+
+        # Deleted after the question: the copy's file goes.
+        lantern.click_named("削除")
+        yes = lantern.find("はい", "push button")
+        check("deleting asks first", yes is not None)
+        if yes:
+            lantern.click(yes)
+        files = document_files()
+        check("the copy is deleted, the original stays", files == [original] and copy and not os.path.exists(copy[0]),
+              files)
+        check("the welcome box comes back", lantern.find("スタート") is not None)
+
+        # The settings box.
+        lantern.click_named("設定")
+        time.sleep(0.5)
+        lantern.screenshot(f"settings-{tag}")
+        close = [n for n in lantern.nodes() if n.getRoleName() == "push button" and lantern.showing(n)
+                 and n.description == "クリックすると、[設定] ウィンドウを閉じます。"]
+        check("the settings box can be closed", bool(close))
+        if close:
+            lantern.click(close[0])
+
+        # Quitting from the main button saves what is open.
+        lantern.click_named("履歴")
+        lantern.click(lantern.find("Trip 旅行", "table cell"))
+        editor = lantern.editor()
+        lantern.click(editor)
+        lantern.xdotool("key", "ctrl+End")
+        lantern.type(" more")
+        lantern.click_named("終了")
+        status = lantern.wait_exit(20)
+        check("the quit button ends the program", status == 0, status)
+        doc_title, stamp2, body = read_document(original)
+        check("quitting saved the open document", "more" in body and doc_title == "Trip 旅行", body[:200])
+        check("only the one document is left", document_files() == [original], document_files())
+    finally:
+        if lantern:
+            lantern.kill()
+        xvfb.terminate()
+        xvfb.wait()
+
+
+def screenshots_only(width, height):
+    xvfb, display = start_display(width, height)
+    lantern = None
+    try:
+        lantern = Lantern(display)
+        if not check(f"the program starts at {width}x{height}", lantern.app is not None):
+            return
+        tag = f"{width}x{height}"
+        template = lantern.find("白紙の文書", "table cell", exact=False, timeout=20)
+        time.sleep(1)
+        lantern.screenshot(f"welcome-{tag}")
+        lantern.click_named("履歴")
+        lantern.screenshot(f"recent-{tag}")
+        lantern.click_named("新規作成")
+        lantern.click(template)
+        editor = lantern.editor()
+        if editor:
+            lantern.click(editor)
+            lantern.type("Kyou wa ii tenki desu.")
+        lantern.screenshot(f"document-{tag}")
+        lantern.click_named("保存して閉じる")
+        lantern.click_named("設定")
+        lantern.screenshot(f"settings-{tag}")
+        close = [n for n in lantern.nodes() if n.getRoleName() == "push button" and lantern.showing(n)
+                 and n.description == "クリックすると、[設定] ウィンドウを閉じます。"]
+        if close:
+            lantern.click(close[0])
+
+        # Other programs may ask it to close over the session bus; anything but
+        # [X] and [QUIT] is refused.
+        def execute(command):
+            reply = subprocess.run(["dbus-send", "--session", "--print-reply", "--dest=jp.fernwick.Lantern",
+                                    "/Lantern", "jp.fernwick.Lantern.Execute", f"string:{command}"],
+                                   capture_output=True, text=True, timeout=10)
+            return reply.stdout.split()[-1] if reply.returncode == 0 and reply.stdout.split() else reply.stderr
+        check("a foreign command is refused", execute("[FOO]") == "false")
+        check("the program keeps running after it", lantern.process.poll() is None)
+        check("[QUIT] is accepted", execute("[QUIT]") == "true")
+        check(f"the program ends at {width}x{height}", lantern.wait_exit(20) == 0)
+    finally:
+        if lantern:
+            lantern.kill()
+        xvfb.terminate()
+        xvfb.wait()
+
+
+def main():
+    for tool in ("Xvfb", "xdotool", "dbus-run-session"):
+        if not shutil.which(tool):
+            print("missing", tool)
+            return 77
+    write_settings()
+    documents_scenario(1366, 768)
+    screenshots_only(1920, 1080)
+    print(f"{passes} passed, {len(failures)} failed")
+    return 1 if failures else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

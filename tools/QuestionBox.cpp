@@ -1,0 +1,73 @@
+#include "tools/QuestionBox.h"
+
+#include "platform/touch/TouchButton.h"
+#include "platform/touch/TouchTheme.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
+#include <QVBoxLayout>
+
+QuestionBox::QuestionBox(const QString &question, QWidget *parent)
+    : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
+    , m_question(new QLabel(question, this))
+    , m_yes(new TouchButton(QStringLiteral("はい"), this))
+    , m_no(new TouchButton(QStringLiteral("いいえ"), this))
+{
+    setObjectName(QStringLiteral("QuestionBox"));
+    setWindowTitle(QStringLiteral("確認"));
+    setModal(true);
+    setAttribute(Qt::WA_TranslucentBackground, false);
+
+    m_question->setObjectName(QStringLiteral("QuestionText"));
+    m_question->setWordWrap(true);
+    m_question->setAlignment(Qt::AlignCenter);
+    m_question->setFont(TouchTheme::titleFont(30));
+    QPalette ink = m_question->palette();
+    ink.setColor(QPalette::WindowText, TouchTheme::ink());
+    m_question->setPalette(ink);
+
+    m_yes->setObjectName(QStringLiteral("QuestionYes"));
+    m_no->setObjectName(QStringLiteral("QuestionNo"));
+    for (TouchButton *button : {m_yes, m_no}) {
+        button->setFont(TouchTheme::captionFont(32));
+        button->setMinimumSize(200, 90);
+    }
+    connect(m_yes, &QAbstractButton::clicked, this, &QDialog::accept);
+    connect(m_no, &QAbstractButton::clicked, this, &QDialog::reject);
+
+    auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(40);
+    buttons->addStretch();
+    buttons->addWidget(m_yes);
+    buttons->addWidget(m_no);
+    buttons->addStretch();
+
+    auto *layout = new QVBoxLayout(this);
+    layout->setContentsMargins(48, 40, 48, 40);
+    layout->setSpacing(36);
+    layout->addWidget(m_question, 1);
+    layout->addLayout(buttons);
+    setMinimumSize(640, 320);
+}
+
+bool QuestionBox::ask(QWidget *parent, const QString &question)
+{
+    QuestionBox box(question, parent);
+    if (parent) {
+        const QRect area = parent->window()->geometry();
+        box.adjustSize();
+        box.move(area.center() - QPoint(box.width() / 2, box.height() / 2));
+    }
+    return box.exec() == QDialog::Accepted;
+}
+
+void QuestionBox::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.fillRect(rect(), TouchTheme::paper());
+    painter.setPen(QPen(TouchTheme::accent(), 6));
+    painter.drawRect(QRectF(rect()).adjusted(3, 3, -3, -3));
+}

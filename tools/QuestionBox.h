@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDialog>
+
+class QLabel;
+class TouchButton;
+
+// A large yes/no question in the middle of its window: plain words and two
+// big buttons, "はい" and "いいえ". Nothing happens until one is clicked;
+// closing the box in any other way counts as no.
+class QuestionBox : public QDialog
+{
+    Q_OBJECT
+
+public:
+    explicit QuestionBox(const QString &question, QWidget *parent = nullptr);
+
+    // Asks and waits for the answer; true for yes.
+    static bool ask(QWidget *parent, const QString &question);
+
+    TouchButton *yesButton() const { return m_yes; }
+    TouchButton *noButton() const { return m_no; }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QLabel *m_question;
+    TouchButton *m_yes;
+    TouchButton *m_no;
+};
