@@ -201,7 +201,9 @@ bool DatabaseApplet::Printout()
         for (int index = 1; index <= itemCount; ++index) {
             step([&] {
                 const DocumentItem &item = page.item(index);
-                // The printer counts in centimetres, like a box whose Unit is 0.
+                // The printer's scale is centimetres, so a box measured in
+                // centimetres (Unit 0) needs no conversion; a box in other
+                // units is taken as it stands.
                 const QRectF place(item.Left, item.Top, item.Width, item.Height);
                 if (item.Kind == DocumentItem::RichText) {
                     // The i-th box of every page prints from element i.

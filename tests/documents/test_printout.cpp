@@ -121,6 +121,7 @@ private slots:
 
     void theBoxTextLandsWhereTheBoxLiesWithItsAlignmentAndSizes();
     void textLongerThanTheBoxGoesOnToTheNextSheet();
+    void eachBoxKeepsItsRectangleAndOnlyOverflowFillsTheNextSheet();
     void theDocumentsPaperCodesShapeTheSheet();
     void onlyTheWordProcessorPrints();
     void withoutAnyPrinterNothingIsPrinted();
@@ -267,14 +268,54 @@ void TestPrintout::textLongerThanTheBoxGoesOnToTheNextSheet()
              qPrintable(QStringLiteral("%1 %2").arg(second.first().first).arg(first.first().first)));
 }
 
+void TestPrintout::eachBoxKeepsItsRectangleAndOnlyOverflowFillsTheNextSheet()
+{
+    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+    DocumentPage &page = record.page(1);
+    page.item(1).Height = 3.0f;
+    DocumentItem second = page.item(1);
+    second.Left = 4.0f;
+    second.Top = 12.0f;
+    second.Width = 10.0f;
+    second.Height = 5.0f;
+    page.Items.append(second);
+    page.ItemCount = 2;
+    open(record);
+    QTextCursor top(m_applet->WordProcessors(1)->document());
+    for (int line = 1; line <= 8; ++line)
+        addParagraph(top, QStringLiteral("第%1行目です").arg(line), Qt::AlignLeft, 12);
+    QTextCursor lower(m_applet->WordProcessors(2)->document());
+    addParagraph(lower, centredText, Qt::AlignHCenter, 12);
+
+    const QString pdf = printToPdf(QStringLiteral("two-boxes.pdf"));
+    QVERIFY(!pdf.isEmpty());
+    QCOMPARE(pageCountOf(pdf), 2);
+    const QList<Word> firstWords = wordsOf(pdf, 1);
+    const QList<Word> secondWords = wordsOf(pdf, 2);
+    // The second box is centred in its own rectangle, 4 to 14 cm, below 12 cm.
+    const QRectF centred = boxOf(firstWords, centredText);
+    QVERIFY(!centred.isNull());
+    QVERIFY2(qAbs(centred.center().x() - 9.0) < 0.15, qPrintable(QString::number(centred.center().x())));
+    QVERIFY(centred.top() >= 12.0 && centred.top() < 12.4);
+    // The next sheet holds only the rest of the first box, at the first box's place.
+    QVERIFY(boxOf(secondWords, centredText).isNull());
+    QVERIFY(!secondWords.isEmpty());
+    QVERIFY(boxOf(firstWords, QStringLiteral("第8行目です")).isNull());
+    QVERIFY(!boxOf(secondWords, QStringLiteral("第8行目です")).isNull());
+    for (const Word &word : secondWords)
+        QVERIFY2(word.box.top() >= 2.0 && word.box.bottom() <= 5.0 + 0.01, qPrintable(word.text));
+}
+
 void TestPrintout::theDocumentsPaperCodesShapeTheSheet()
 {
     DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
     record.PaperSetting1 = 13; // B5
-    // A page shown at 150 % is not printed larger for it.
-    record.Zoom = 150;
     open(record);
     writeSampleText();
+    // A page shown at 150 % is not printed larger for it.
+    m_applet->setProperties(QStringLiteral("Zoom"), 150);
+    QCOMPARE(m_record.Zoom, 150);
+    QCOMPARE(m_applet->WordProcessors(1)->textZoom(), 150);
     int defines = 0;
     connect(m_host->printing(), &Printing::Define, this, [&] { ++defines; });
     const QString pdf = printToPdf(QStringLiteral("b5.pdf"));
