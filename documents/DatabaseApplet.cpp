@@ -5,12 +5,15 @@
 #include "documents/PageSheet.h"
 #include "documents/RichTextCleanup.h"
 #include "documents/RichTextCodec.h"
+#include "documents/RichTextPrinter.h"
 #include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
 #include "platform/RuntimeLog.h"
 #include "platform/PrinterDevice.h"
 #include "platform/PrinterList.h"
 #include "platform/vb/VbDateFormat.h"
+#include "platform/vb/VbError.h"
+#include "tools/Printing.h"
 
 #include <QHeaderView>
 #include <QPageLayout>
@@ -25,6 +28,8 @@
 
 #include <cmath>
 #include <limits>
+#include <memory>
+#include <vector>
 
 namespace {
 
@@ -57,6 +62,23 @@ constexpr int DefaultPointSize = 12;
 constexpr int CaretMargin = 48;
 constexpr int GridRows = 20;
 constexpr int GridColumns = 8;
+
+constexpr double CentimetresPerInch = 2.54;
+
+VbError controlMissing()
+{
+    return VbError(340, QStringLiteral("コントロール配列の要素が存在しません。"));
+}
+
+// How much the rich text of a page is shrunk on paper: by the zoom the print
+// layout gives the paper size (an A4 layout shrinks to 86 % on B5). The
+// document's own zoom, which Define hands to the printer as well, is the
+// magnification of the screen and does not enlarge the paper.
+double printScale(const PrinterDevice &printer)
+{
+    const int zoom = Printing::zoomForPaper(printer.paperSize());
+    return zoom == 0 ? 1.0 : zoom / 100.0;
+}
 
 } // namespace
 
@@ -146,11 +168,74 @@ bool DatabaseApplet::Printout()
         beep();
         return false;
     }
-    // The pages go to paper through the print layout engine; until the
-    // applet hands them over there, nothing is printed.
+    const char *where = "DatabaseApplet::Printout";
+    bool failed = false;
+    auto step = [&](auto &&action) {
+        if (!ErrorTrap::run(where, action))
+            failed = true;
+    };
+    Printing *const job = printing();
+    auto engine = [job]() -> Printing & {
+        if (!job)
+            throw VbError(91, QStringLiteral("オブジェクト変数が設定されていません。"));
+        return *job;
+    };
+    auto printer = [&]() -> PrinterDevice & {
+        if (!engine().printer())
+            throw VbError(484, QStringLiteral("プリンタがありません。"));
+        return *engine().printer();
+    };
+
     syncRecord();
-    RuntimeLog::note("DatabaseApplet::Printout", QStringLiteral("printing the pages is not available"));
-    return false;
+    const DocumentRecord *record = sharedRecord();
+    // Define hands the document's set-up to the printer on the way.
+    step([&] { engine().Alloc(true); });
+    const int pageCount = record ? qMin(int(record->PageCount), int(record->Pages.size())) : 0;
+    for (int number = 1; number <= pageCount; ++number) {
+        step([&] { engine().Alloc(false); });
+        const DocumentPage &page = record->page(number);
+        const int itemCount = qMin(int(page.ItemCount), int(page.Items.size()));
+        // The boxes of the page, each cut into the slices of text it holds.
+        std::vector<std::unique_ptr<RichTextPrinter>> boxes;
+        int sheets = 1;
+        for (int index = 1; index <= itemCount; ++index) {
+            step([&] {
+                const DocumentItem &item = page.item(index);
+                // The printer's scale is centimetres, so a box measured in
+                // centimetres (Unit 0) needs no conversion; a box in other
+                // units is taken as it stands.
+                const QRectF place(item.Left, item.Top, item.Width, item.Height);
+                if (item.Kind == DocumentItem::RichText) {
+                    // The i-th box of every page prints from element i.
+                    WordProcessor *box = WordProcessors(index);
+                    if (!box)
+                        throw controlMissing();
+                    PrinterDevice &device = printer();
+                    const double inset = (box->frameWidth() + box->document()->documentMargin())
+                        * CentimetresPerInch / box->logicalDpiX();
+                    boxes.push_back(std::make_unique<RichTextPrinter>(
+                        *box->document(), device, place, inset, printScale(device)));
+                    sheets = qMax(sheets, boxes.back()->sliceCount());
+                } else if (item.Kind == DocumentItem::Grid) {
+                    // Grids are not printed.
+                    if (!SpreadSheets(index))
+                        throw controlMissing();
+                }
+            });
+        }
+        for (int sheet = 0; sheet < sheets; ++sheet) {
+            // Text that ran over its box goes on to the next sheets.
+            if (sheet > 0)
+                step([&] { engine().NewPage(); });
+            for (const auto &box : boxes) {
+                if (sheet < box->sliceCount())
+                    step([&] { box->printSlice(sheet); });
+            }
+        }
+        step([&] { engine().NewPage(); });
+    }
+    step([&] { engine().EndDoc(); });
+    return !failed;
 }
 
 QVariant DatabaseApplet::Properties(const QString &name) const

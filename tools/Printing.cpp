@@ -69,6 +69,15 @@ void Printing::openJob()
     m_printer = std::make_unique<PrinterDevice>(current);
 }
 
+int Printing::zoomForPaper(int paperCode)
+{
+    switch (paperCode) {
+    case paperA4: return 0;
+    case paperB5: return 86;
+    default: return 100;
+    }
+}
+
 void Printing::Alloc(bool newJob, QSizeF *page, qint16 tag)
 {
     if (newJob) {
@@ -79,11 +88,7 @@ void Printing::Alloc(bool newJob, QSizeF *page, qint16 tag)
         m_port = printer.port();
 
         printer.setPaperBin(7);
-        switch (printer.paperSize()) {
-        case paperA4: printer.setZoom(0); break;
-        case paperB5: printer.setZoom(86); break;
-        default: printer.setZoom(100); break;
-        }
+        printer.setZoom(zoomForPaper(printer.paperSize()));
         printer.setPrintQuality(-3);
         printer.setCopies(1);
         printer.setDuplex(1);

@@ -40,6 +40,10 @@ public:
     QString driverName() const { return m_driverName; }
     QString port() const { return m_port; }
 
+    // The zoom a job takes from its paper size: 0 on A4 (unscaled), 86 on
+    // B5 (a layout made for A4 shrinks to fit), 100 on anything else.
+    static int zoomForPaper(int paperCode);
+
     float leftMargin() const { return m_leftMargin; }
     float rightMargin() const { return m_rightMargin; }
     float topMargin() const { return m_topMargin; }
