@@ -13,10 +13,30 @@
 #include "workspace/Workspace.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QLoggingCategory>
 #include <QCoreApplication>
 #include <QPointer>
 #include <QScreen>
 #include <QWindow>
+
+namespace {
+
+// How long each start-up step takes: QT_LOGGING_RULES="lantern.startup=true".
+Q_LOGGING_CATEGORY(lcStartup, "lantern.startup", QtWarningMsg)
+
+QElapsedTimer startClock;
+
+// One step of start-up: run under the error policy, timed.
+template<typename Step>
+void step(const char *name, Step &&body)
+{
+    const qint64 before = startClock.elapsed();
+    ErrorTrap::run(name, std::forward<Step>(body));
+    qCDebug(lcStartup, "%s: %lld ms (at %lld ms)", name, startClock.elapsed() - before, startClock.elapsed());
+}
+
+} // namespace
 
 QString MyApp::commandLine(int argc, char **argv)
 {
@@ -51,12 +71,13 @@ int MyApp::Main(int argc, char **argv)
     if (job != Job::Start) {
         QCoreApplication core(argc, argv);
         if (job == Job::Help)
-            ErrorTrap::run("Main: help", [] { HelpViewer::show(QCoreApplication::applicationDirPath()); });
+            step("Main: help", [] { HelpViewer::show(QCoreApplication::applicationDirPath()); });
         else
-            ErrorTrap::run("Main: clear settings", [] { SettingsStore::Reset(); });
+            step("Main: clear settings", [] { SettingsStore::Reset(); });
         return 0;
     }
 
+    startClock.start();
     QApplication application(argc, argv);
     QApplication::setApplicationName(QString::fromLatin1(SettingsStore::ApplicationName));
     QApplication::setOverrideCursor(Qt::WaitCursor);
@@ -73,12 +94,12 @@ int MyApp::Main(int argc, char **argv)
             terminationPending = true;
     });
 
-    ErrorTrap::run("Main: load settings", [] { SettingsStore::Load(); });
+    step("Main: load settings", [] { SettingsStore::Load(); });
     RuntimeLog::start();
 
     if (InstanceGuard::claim()) {
         Title *title = nullptr;
-        ErrorTrap::run("Main: splash", [&] {
+        step("Main: splash", [&] {
             title = new Title;
             ControlScaler::scale(title, 0);
             title->raise();
@@ -86,8 +107,8 @@ int MyApp::Main(int argc, char **argv)
             title->repaint();
             QCoreApplication::processEvents();
         });
-        ErrorTrap::run("Main: load workspace", [&] { workspace = new Workspace; });
-        ErrorTrap::run("Main: splash above workspace", [&] {
+        step("Main: load workspace", [&] { workspace = new Workspace; });
+        step("Main: splash above workspace", [&] {
             if (title && workspace) {
                 workspace->winId();
                 if (title->windowHandle() && workspace->windowHandle())
@@ -95,11 +116,11 @@ int MyApp::Main(int argc, char **argv)
                 title->show();
             }
         });
-        ErrorTrap::run("Main: load tool dialog", [&] {
+        step("Main: load tool dialog", [&] {
             workspace->setInfoDlg(new InfoDlg(workspace));
             workspace->setPrinting(new Printing);
         });
-        ErrorTrap::run("Main: show workspace", [&] {
+        step("Main: show workspace", [&] {
             // Without a window manager "full screen" means nothing, so the
             // window also takes the screen's whole area itself.
             workspace->setGeometry(workspace->screen()->geometry());
@@ -108,9 +129,9 @@ int MyApp::Main(int argc, char **argv)
             workspace->activateWindow();
             workspace->setFocus();
         });
-        ErrorTrap::run("Main: reload", [&] { workspace->Reload(); });
-        ErrorTrap::run("Main: apply settings", [&] { workspace->ApplySetting(); });
-        ErrorTrap::run("Main: remove splash", [&] {
+        step("Main: reload", [&] { workspace->Reload(); });
+        step("Main: apply settings", [&] { workspace->ApplySetting(); });
+        step("Main: remove splash", [&] {
             if (title) {
                 title->hide();
                 delete title;
@@ -121,7 +142,7 @@ int MyApp::Main(int argc, char **argv)
 
     if (!workspace)
         return 0;
-    ErrorTrap::run("Main: start", [&] { workspace->Start(); });
+    step("Main: start", [&] { workspace->Start(); });
     // The program ends with its last window.
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
     if (terminationPending)

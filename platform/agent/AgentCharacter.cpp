@@ -457,8 +457,8 @@ void AgentCharacter::showRestFrame()
 
 void AgentCharacter::showImage(int image)
 {
-    if (image >= 0 && image < m_file.images.size())
-        m_window->setFrame(m_file.images.at(image));
+    if (image >= 0 && image < m_file.imageCount())
+        m_window->setFrame(m_file.image(image));
 }
 
 void AgentCharacter::playIdleAnimation()

@@ -1,4 +1,10 @@
 #include "platform/agent/CharacterFile.h"
+
+#include <QBuffer>
+#include <QImageReader>
+#include <QtEndian>
+
+#include <zlib.h>
 #include "platform/agent/AgentError.h"
 
 #include <QBuffer>
@@ -43,6 +49,29 @@ QColor colourOr(const QJsonValue &value, const QColor &fallback)
     return colour.isValid() ? colour : fallback;
 }
 
+// Checks every chunk of a PNG against its CRC without decoding the picture:
+// a damaged file is refused at once, while decoding waits until a frame shows.
+bool pngIsWhole(const QByteArray &png)
+{
+    static const QByteArray signature("\x89PNG\r\n\x1a\n", 8);
+    if (!png.startsWith(signature))
+        return false;
+    qsizetype at = signature.size();
+    while (at + 12 <= png.size()) {
+        const auto *bytes = reinterpret_cast<const uchar *>(png.constData() + at);
+        const quint32 length = qFromBigEndian<quint32>(bytes);
+        if (length > quint32(png.size() - at - 12))
+            return false;
+        const quint32 stored = qFromBigEndian<quint32>(bytes + 8 + length);
+        if (crc32(0, bytes + 4, length + 4) != stored)
+            return false;
+        if (png.mid(at + 4, 4) == "IEND")
+            return true;
+        at += 12 + length;
+    }
+    return false;
+}
+
 } // namespace
 
 CharacterFile CharacterFile::read(const QString &path)
@@ -74,13 +103,21 @@ CharacterFile CharacterFile::read(const QString &path)
         throw damaged(path, QStringLiteral("bad picture count"));
 
     CharacterFile character;
+    QSize firstSize;
     for (quint32 i = 0; i < imageCount; ++i) {
         QByteArray png;
         in >> png;
-        QImage image;
-        if (in.status() != QDataStream::Ok || !image.loadFromData(png, "PNG"))
+        // Only the picture's header is read now; the rest when it is shown.
+        QBuffer buffer(&png);
+        buffer.open(QIODevice::ReadOnly);
+        QImageReader reader(&buffer, "PNG");
+        const QSize pictureSize = reader.size();
+        if (in.status() != QDataStream::Ok || !pngIsWhole(png) || !reader.canRead() || !pictureSize.isValid()
+            || pictureSize.width() > MaxSide || pictureSize.height() > MaxSide)
             throw damaged(path, QStringLiteral("picture %1 is damaged").arg(i));
-        character.images.append(image.convertToFormat(QImage::Format_ARGB32_Premultiplied));
+        if (i == 0)
+            firstSize = pictureSize;
+        character.m_encoded.append(png);
     }
 
     const QJsonObject root = header.object();
@@ -89,7 +126,7 @@ CharacterFile CharacterFile::read(const QString &path)
     character.size = QSize(root.value(u"width").toInt(), root.value(u"height").toInt());
     if (character.size.width() <= 0 || character.size.height() <= 0
         || character.size.width() > MaxSide || character.size.height() > MaxSide)
-        character.size = character.images.first().size().boundedTo(QSize(MaxSide, MaxSide));
+        character.size = firstSize.boundedTo(QSize(MaxSide, MaxSide));
 
     const QJsonObject balloon = root.value(u"balloon").toObject();
     character.balloonBackground = colourOr(balloon.value(u"background"), character.balloonBackground);
@@ -162,6 +199,28 @@ bool CharacterFile::write(const QString &path) const
         out << png;
     }
     return out.status() == QDataStream::Ok && file.commit();
+}
+
+int CharacterFile::imageCount() const
+{
+    return m_encoded.isEmpty() ? int(images.size()) : int(m_encoded.size());
+}
+
+QImage CharacterFile::image(int index) const
+{
+    if (m_encoded.isEmpty())
+        return images.value(index);
+    if (index < 0 || index >= m_encoded.size())
+        return QImage();
+    auto found = m_decoded.constFind(index);
+    if (found != m_decoded.constEnd())
+        return found.value();
+    QImage decoded;
+    // A picture whose body turns out damaged shows as nothing.
+    if (decoded.loadFromData(m_encoded.at(index), "PNG"))
+        decoded = decoded.convertToFormat(QImage::Format_ARGB32_Premultiplied);
+    m_decoded.insert(index, decoded);
+    return decoded;
 }
 
 QList<CharacterFrame> CharacterFile::animation(const QString &name) const

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QImage>
+#include <QHash>
 #include <QList>
 #include <QMap>
 #include <QSize>
@@ -32,6 +33,9 @@ public:
     QColor balloonBackground = QColor(0xFF, 0xFB, 0xEE);
     QColor balloonBorder = QColor(0xC9, 0xA8, 0x6A);
     QColor balloonText = QColor(0x4A, 0x36, 0x22);
+    // The pictures of a character being built, in the order animations name
+    // them; a character read from a file keeps its pictures as PNG instead and
+    // decodes each on first use, so that loading never holds up the window.
     QList<QImage> images;
     QMap<QString, QList<CharacterFrame>> animations;
     QMap<QString, QStringList> states;
@@ -39,6 +43,9 @@ public:
     // Reads a character; a missing, damaged or foreign file fails with a
     // VbError and never half-loads.
     static CharacterFile read(const QString &path);
+
+    int imageCount() const;
+    QImage image(int index) const;
     bool write(const QString &path) const;
 
     // The animation or state with this name (letter case ignored); an empty
@@ -47,4 +54,8 @@ public:
     bool hasAnimation(const QString &name) const;
     QStringList state(const QString &name) const;
     bool hasState(const QString &name) const;
+
+private:
+    QList<QByteArray> m_encoded;
+    mutable QHash<int, QImage> m_decoded;
 };
