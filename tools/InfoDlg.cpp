@@ -1,4 +1,5 @@
 #include "tools/InfoDlg.h"
+#include "platform/touch/TouchPanel.h"
 #include "app/Globals.h"
 #include "platform/keys/KeySender.h"
 #include "platform/vb/VbStrConv.h"
@@ -113,6 +114,12 @@ InfoDlg::InfoDlg(QWidget *parent)
     const QScreen *screen = QGuiApplication::primaryScreen();
     const int padsWidth = Numpad->sizeHint().width() + Keypads[KeyTable::Alpha]->sizeHint().width() + 40;
     setPadScale(screen ? qBound(1.0, 0.9 * screen->availableGeometry().width() / padsWidth, 2.0) : 1.0);
+
+    // The dialog's music: the window gives this panel its tune, and it plays
+    // while the skin's sounds are on.
+    auto *music = new TouchPanel(this);
+    music->setObjectName(QStringLiteral("MIDI"));
+    music->hide();
 
     connect(&m_monitor, &QTimer::timeout, this, &InfoDlg::monitorInputMethod);
     m_monitor.start(MonitorInterval);

@@ -18,6 +18,7 @@
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchPanel.h"
+#include "platform/MusicPlayer.h"
 #include "platform/touch/TouchTheme.h"
 #include "platform/vb/VbFormat.h"
 #include "tools/FlatScrollBar.h"
@@ -329,6 +330,10 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
         if (argument == 0)
             ToolBoxMode(1, 0);
     });
+    if (auto *music = m_infoDlg->findChild<TouchPanel *>(QStringLiteral("MIDI"))) {
+        m_music = new MusicPlayer(this);
+        m_music->follow(music);
+    }
 }
 
 void Workspace::setPrinting(Printing *printing)

@@ -14,6 +14,7 @@
 class Applet;
 class ChimeClock;
 class InfoDlg;
+class MusicPlayer;
 class Printing;
 class QLabel;
 class QMenu;
@@ -158,6 +159,7 @@ private:
     void Unload();
 
     InfoDlg *m_infoDlg = nullptr;
+    MusicPlayer *m_music = nullptr;
     Printing *m_printing = nullptr;
     QList<TouchButton *> m_channels;
     WelcomeBox *m_welcome = nullptr;
