@@ -1,7 +1,8 @@
 #!/usr/bin/python3
 """Times a program from its start until its main window is mapped and painted.
 
-Usage: startup_probe.py RUNS TITLE_PATTERN -- COMMAND...
+Usage: startup_probe.py RUNS TITLE_PATTERN [--documents FOLDER] -- COMMAND...
+With --documents, each run's document folder starts as a copy of FOLDER.
 Each run gets a fresh HOME. "Painted" means the window's centre pixel is no
 longer the colour it had when it was mapped (or has content at all). Prints the
 median in milliseconds, then every run.
@@ -38,12 +39,14 @@ def centre_pixel(window):
         return None
 
 
-def one_run(pattern, command):
+def one_run(pattern, command, documents=None):
     d = display.Display()
     root = d.screen().root
     root.change_attributes(event_mask=X.SubstructureNotifyMask)
     d.sync()
     home = tempfile.mkdtemp()
+    if documents:
+        shutil.copytree(documents, home + '/.local/share/Fernwick/Nib')
     env = dict(os.environ, HOME=home, XDG_CONFIG_HOME=home + '/.config', XDG_DATA_HOME=home + '/.local/share',
                XDG_STATE_HOME=home + '/.local/state', XDG_CACHE_HOME=home + '/.cache', QT_QPA_PLATFORM='xcb')
     start = time.monotonic()
@@ -91,9 +94,11 @@ def main():
     runs = int(sys.argv[1])
     pattern = sys.argv[2]
     command = sys.argv[sys.argv.index('--') + 1:]
+    options = sys.argv[3:sys.argv.index('--')]
+    documents = options[options.index('--documents') + 1] if '--documents' in options else None
     times = []
     for _ in range(runs):
-        t = one_run(pattern, command)
+        t = one_run(pattern, command, documents)
         if t is not None:
             times.append(t)
         time.sleep(0.3)
