@@ -17,6 +17,11 @@ if [ -z "${DISPLAY:-}" ]; then
     sleep 0.05
   done
   export DISPLAY=":$(tr -d '[:space:]' < "$number_file")"
+  # Wait until the screen answers, so the first client never finds it absent.
+  for _ in $(seq 1 100); do
+    xdpyinfo >/dev/null 2>&1 && break
+    sleep 0.05
+  done
 fi
 
 if [ -z "${DBUS_SESSION_BUS_ADDRESS:-}" ]; then
