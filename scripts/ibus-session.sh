@@ -9,7 +9,7 @@
 # keyboard focus and the mouse belong to it alone even while other tests run;
 # otherwise it uses the one in $DISPLAY.
 # Environment inside COMMAND: HOME, XDG_CONFIG_HOME, QT_IM_MODULE=ibus,
-# QT_QPA_PLATFORM=xcb, IBUS_ADDRESS_FILE; LANTERN_IBUS_SESSION=1.
+# QT_QPA_PLATFORM=xcb, IBUS_ADDRESS_FILE; LANTERN_IBUS_SESSION=1; DISPLAY.
 set -euo pipefail
 
 if [ "${1:-}" = "--inside" ]; then
@@ -74,7 +74,9 @@ if command -v Xvfb >/dev/null; then
   export DISPLAY=":$(head -n 1 "$root/display")"
 fi
 [ -n "${DISPLAY:-}" ] || { echo "ibus-session: no X display" >&2; exit 77; }
-home="$root/home"
+# LANTERN_SESSION_HOME keeps the session's home between runs (make run uses
+# it so that documents survive); tests always get a fresh one.
+home="${LANTERN_SESSION_HOME:-$root/home}"
 mkdir -p "$home/.config" "$home/.local/share" "$home/.cache"
 script=$(readlink -f "$0")
 
@@ -94,6 +96,6 @@ status=0
   HOME="$home" XDG_CONFIG_HOME="$home/.config" XDG_DATA_HOME="$home/.local/share" \
   XDG_CACHE_HOME="$home/.cache" XDG_STATE_HOME="$home/.local/state" \
   QT_IM_MODULE=ibus GTK_IM_MODULE=ibus XMODIFIERS=@im=ibus QT_QPA_PLATFORM=xcb \
-  LANTERN_IBUS_SESSION=1 \
+  LANTERN_IBUS_SESSION=1 LANTERN_POWER_CONTROL="${LANTERN_POWER_CONTROL:-}" \
   dbus-run-session -- bash "$script" --inside "$@" || status=$?
 exit $status

@@ -1,5 +1,7 @@
 #include "platform/agent/CharacterWindow.h"
+#include "platform/DesktopCompositing.h"
 
+#include <QBitmap>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QWindow>
@@ -17,6 +19,11 @@ CharacterWindow::CharacterWindow(QSize size)
 void CharacterWindow::setFrame(const QImage &image)
 {
     m_frame = image;
+    if (!m_frame.isNull() && !DesktopCompositing::active()) {
+        // Half-transparent glow would turn dark: keep the solid part only.
+        const QImage scaled = m_frame.scaled(size());
+        setMask(QBitmap::fromImage(scaled.createAlphaMask(Qt::ThresholdAlphaDither).convertToFormat(QImage::Format_Mono)));
+    }
     update();
 }
 

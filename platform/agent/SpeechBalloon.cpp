@@ -1,9 +1,11 @@
 #include "platform/agent/SpeechBalloon.h"
+#include "platform/DesktopCompositing.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPainterPath>
+#include <QRegion>
 #include <QScreen>
 
 namespace {
@@ -108,6 +110,14 @@ void SpeechBalloon::paintEvent(QPaintEvent *)
     }
     tail.closeSubpath();
     path = path.united(tail);
+    if (!DesktopCompositing::active()) {
+        // Without a compositor the corners would show black: cut the window
+        // to the balloon and its shadow.
+        const QRegion shape = QRegion(path.toFillPolygon().toPolygon())
+                                  .united(QRegion(path.translated(Shadow, Shadow).toFillPolygon().toPolygon()));
+        if (mask() != shape)
+            setMask(shape);
+    }
 
     painter.setPen(Qt::NoPen);
     painter.setBrush(QColor(0, 0, 0, 40));
