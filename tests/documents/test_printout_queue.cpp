@@ -25,14 +25,7 @@ private:
 private slots:
     void initTestCase()
     {
-        switch (m_cups.start()) {
-        case CupsSession::Start::NotPossibleHere:
-            QSKIP(qPrintable(m_cups.problem()));
-        case CupsSession::Start::Failed:
-            QFAIL(qPrintable(m_cups.problem()));
-        case CupsSession::Start::Started:
-            break;
-        }
+        LANTERN_START_CUPS_SESSION(m_cups);
     }
 
     void cleanupTestCase()

@@ -18,26 +18,14 @@ if not os.environ.get("LANTERN_E2E_SESSION"):
 
 import pyatspi  # noqa: E402
 
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from checks import check, summary  # noqa: E402
+
 PROGRAM = os.path.join(os.environ["LANTERN_PROGRAM_DIR"], "lantern")
 SHOTS = os.path.join(os.environ["LANTERN_BUILD_DIR"], "screenshots")
 CONFIG = os.environ["XDG_CONFIG_HOME"]
 DATA = os.environ["XDG_DATA_HOME"]
 HEADER = re.compile(r'^"(.*)",#(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)#\r\n')
-
-failures = []
-passes = 0
-
-
-def check(what, condition, detail=""):
-    global passes
-    if condition:
-        passes += 1
-        print("ok:", what)
-    else:
-        failures.append(what)
-        print("FAIL:", what, detail)
-    return condition
-
 
 def start_display(width, height):
     read_fd, write_fd = os.pipe()
@@ -349,8 +337,7 @@ def main():
     write_settings()
     documents_scenario(1366, 768)
     screenshots_only(1920, 1080)
-    print(f"{passes} passed, {len(failures)} failed")
-    return 1 if failures else 0
+    return summary()
 
 
 if __name__ == "__main__":

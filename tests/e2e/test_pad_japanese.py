@@ -16,23 +16,11 @@ if not os.environ.get("LANTERN_IBUS_SESSION"):
 
 import pyatspi  # noqa: E402
 
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+from checks import check, summary  # noqa: E402
+
 PROGRAM = os.path.join(os.environ["LANTERN_PROGRAM_DIR"], "lantern")
 HOME = os.environ["HOME"]
-failures = []
-passes = 0
-
-
-def check(what, condition, detail=""):
-    global passes
-    if condition:
-        passes += 1
-        print("ok:", what)
-    else:
-        failures.append(what)
-        print("FAIL:", what, detail)
-    return condition
-
-
 def nodes(root):
     for child in root:
         if child is None:
@@ -152,8 +140,7 @@ def main():
             program.wait(15)
         except subprocess.TimeoutExpired:
             program.kill()
-    print(f"{passes} passed, {len(failures)} failed")
-    return 1 if failures else 0
+    return summary()
 
 
 if __name__ == "__main__":

@@ -38,3 +38,15 @@ private:
     QString m_problem;
     bool m_running = false;
 };
+
+// Starts a test program's session in its initTestCase: skipped where this
+// machine cannot run a private scheduler, failed where it should but did not.
+#define LANTERN_START_CUPS_SESSION(session)                     \
+    switch ((session).start()) {                                \
+    case CupsSession::Start::NotPossibleHere:                   \
+        QSKIP(qPrintable((session).problem()));                 \
+    case CupsSession::Start::Failed:                            \
+        QFAIL(qPrintable((session).problem()));                 \
+    case CupsSession::Start::Started:                           \
+        break;                                                  \
+    }
