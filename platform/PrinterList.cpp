@@ -4,11 +4,14 @@
 
 #include <QPrinterInfo>
 
+#include <optional>
+
 namespace {
 
-QString &chosenPrinter()
+// Unset until the user chooses; an empty name is the choice "no printer".
+std::optional<QString> &chosenPrinter()
 {
-    static QString name;
+    static std::optional<QString> name;
     return name;
 }
 
@@ -36,8 +39,10 @@ QString PrinterList::caption(const Entry &printer)
 
 QString PrinterList::currentPrinter()
 {
-    if (!chosenPrinter().isEmpty() && !QPrinterInfo::printerInfo(chosenPrinter()).isNull())
-        return chosenPrinter();
+    if (chosenPrinter() && chosenPrinter()->isEmpty())
+        return QString();
+    if (chosenPrinter() && !QPrinterInfo::printerInfo(*chosenPrinter()).isNull())
+        return *chosenPrinter();
     const QString fallback = defaultPrinter();
     if (!fallback.isEmpty())
         return fallback;

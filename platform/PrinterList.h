@@ -27,8 +27,9 @@ public:
     // The program's current printer: the one chosen from the menu, else the
     // system's default (or its first printer). Empty when there is no printer.
     static QString currentPrinter();
-    // Chooses a printer by device name; an empty name stands for "no printer"
-    // chosen, which falls back to the system's default.
+    // Chooses a printer by device name; an empty name is the menu's "(なし)":
+    // no printer at all. A chosen printer that has gone falls back to the
+    // system's default.
     static void setCurrentPrinter(const QString &deviceName);
 
     // The current printer as Qt knows it; a null QPrinterInfo when there is none.
