@@ -14,6 +14,7 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QLoggingCategory>
 #include <QCoreApplication>
 #include <QPointer>
@@ -35,6 +36,25 @@ void step(const char *name, Step &&body)
     ErrorTrap::run(name, std::forward<Step>(body));
     qCDebug(lcStartup, "%s: %lld ms (at %lld ms)", name, startClock.elapsed() - before, startClock.elapsed());
 }
+
+// Reports, when tracing, the first time the main window is painted.
+class FirstPaintTracer : public QObject
+{
+public:
+    using QObject::QObject;
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint) {
+            qCDebug(lcStartup, "first paint of the main window at %lld ms", startClock.elapsed());
+            QMetaObject::invokeMethod(
+                this, [] { qCDebug(lcStartup, "first paint done at %lld ms", startClock.elapsed()); }, Qt::QueuedConnection);
+            watched->removeEventFilter(this);
+        }
+        return false;
+    }
+};
 
 } // namespace
 
@@ -147,6 +167,11 @@ int MyApp::Main(int argc, char **argv)
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
     if (terminationPending)
         QMetaObject::invokeMethod(workspace, [&] { workspace->closeWithMode(Workspace::SessionEnd); }, Qt::QueuedConnection);
+    if (lcStartup().isDebugEnabled()) {
+        workspace->installEventFilter(new FirstPaintTracer(workspace));
+        QMetaObject::invokeMethod(workspace, [] { qCDebug(lcStartup, "event loop at %lld ms", startClock.elapsed()); },
+                                  Qt::QueuedConnection);
+    }
     const int status = QApplication::exec();
     delete workspace;
     return status;

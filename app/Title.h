@@ -13,8 +13,9 @@ public:
     explicit Title(QWidget *parent = nullptr);
     ~Title() override;
 
-    // The splash picture; drawn by the program itself.
-    static QPixmap artwork(const QSize &size);
+    // The splash picture from `path`, or drawn afresh when that file is
+    // missing or not the picture's size.
+    static QPixmap picture(const QString &path);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

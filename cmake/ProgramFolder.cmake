@@ -40,13 +40,15 @@ else()
 endif()
 
 # Pictures, sounds and the tune of the skin, drawn and composed by a program.
-add_executable(make_skin programs/make_skin.cpp)
+add_executable(make_skin programs/make_skin.cpp app/TitleArtwork.cpp)
+target_include_directories(make_skin PRIVATE ${CMAKE_SOURCE_DIR})
 target_link_libraries(make_skin PRIVATE Qt6::Gui)
 set_target_properties(make_skin PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/programs)
 add_custom_command(
   OUTPUT ${LANTERN_PROGRAM_DIR}/SKIN/WELCOME.BMP
   COMMAND make_skin ${LANTERN_PROGRAM_DIR}/SKIN
   DEPENDS make_skin
+  BYPRODUCTS ${LANTERN_PROGRAM_DIR}/SKIN/TITLE.BMP
   COMMENT "Drawing the skin")
 add_custom_target(skin ALL DEPENDS ${LANTERN_PROGRAM_DIR}/SKIN/WELCOME.BMP)
 add_dependencies(lantern skin)

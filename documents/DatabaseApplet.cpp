@@ -115,7 +115,9 @@ DatabaseApplet::DatabaseApplet(QWidget *parent)
     m_idleSync.setInterval(IdleSyncMilliseconds);
     connect(&m_idleSync, &QTimer::timeout, this, &DatabaseApplet::syncRecord);
 
-    measurePage();
+    // The printer is asked when a document opens; asking now would only
+    // hold up the window.
+    measurePage(WithoutPrinter);
     m_sheet->setPaperSize(m_pageSize);
 }
 
@@ -428,7 +430,7 @@ void DatabaseApplet::applyZoom(qint32 zoom)
     }
 }
 
-void DatabaseApplet::measurePage()
+void DatabaseApplet::measurePage(PageSource source)
 {
     // The whole sheet, and its printable part, at 100 %: the current
     // printer's, set up with the document's codes, or a portrait A4 sheet
@@ -438,6 +440,8 @@ void DatabaseApplet::measurePage()
     QRectF paper(0, 0, 210.0, 297.0);
     QRectF printable = paper;
     ErrorTrap::run("DatabaseApplet::measurePage", [&] {
+        if (source == WithoutPrinter)
+            return;
         const QPrinterInfo info = PrinterList::currentPrinterInfo();
         if (info.isNull())
             return;

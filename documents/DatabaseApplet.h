@@ -68,7 +68,8 @@ public:
 
 private:
     void applyZoom(qint32 zoom);
-    void measurePage();
+    enum PageSource { WithPrinter, WithoutPrinter };
+    void measurePage(PageSource source = WithPrinter);
     void closeShownBoxes();
     WordProcessor *newWordProcessor(int index);
     QTableWidget *newSpreadSheet(int index);

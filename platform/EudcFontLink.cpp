@@ -52,9 +52,14 @@ void EudcFontLink::Enable(bool on, const QString &fontPath)
         return;
     }
 
-    const QString family = familyOf(fontPath);
-    if (QGuiApplication::instance())
+    // Loaded once: every font added makes the font database start over.
+    QString family;
+    if (QGuiApplication::instance()) {
+        if (loadedFontId >= 0)
+            QFontDatabase::removeApplicationFont(loadedFontId);
         loadedFontId = QFontDatabase::addApplicationFont(fontPath);
+        family = QFontDatabase::applicationFontFamilies(loadedFontId).value(0);
+    }
 
     QDir().mkpath(QFileInfo(configPath()).absolutePath());
     QSaveFile file(configPath());

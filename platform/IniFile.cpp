@@ -35,7 +35,7 @@ bool IniFile::load()
             const QString name = line.mid(1, line.size() - 2);
             current = find(name);
             if (!current) {
-                m_sections.append({name, {}});
+                m_sections.append({name, {}, {}});
                 current = &m_sections.last();
             }
             continue;
@@ -47,16 +47,10 @@ bool IniFile::load()
         }
         const QString key = line.left(equals).trimmed();
         const QString value = line.mid(equals + 1).trimmed();
-        bool replaced = false;
-        for (Entry &entry : current->entries) {
-            if (entry.first.compare(key, Qt::CaseInsensitive) == 0) {
-                entry.second = value;
-                replaced = true;
-                break;
-            }
-        }
-        if (!replaced)
-            current->entries.append({key, value});
+        if (Entry *entry = current->entry(key))
+            entry->second = value;
+        else
+            current->append(key, value);
     }
     return true;
 }
@@ -97,12 +91,31 @@ const IniFile::Section *IniFile::find(const QString &section) const
     return const_cast<IniFile *>(this)->find(section);
 }
 
+IniFile::Entry *IniFile::Section::entry(const QString &key)
+{
+    const auto found = positions.constFind(key.toCaseFolded());
+    return found == positions.cend() ? nullptr : &entries[found.value()];
+}
+
+void IniFile::Section::append(const QString &key, const QString &value)
+{
+    positions.insert(key.toCaseFolded(), entries.size());
+    entries.append({key, value});
+}
+
+void IniFile::Section::reindex()
+{
+    positions.clear();
+    for (qsizetype i = 0; i < entries.size(); ++i)
+        positions.insert(entries.at(i).first.toCaseFolded(), i);
+}
+
 std::optional<QString> IniFile::value(const QString &section, const QString &key) const
 {
-    if (const Section *found = find(section))
-        for (const Entry &entry : found->entries)
-            if (entry.first.compare(key, Qt::CaseInsensitive) == 0)
-                return entry.second;
+    if (Section *found = const_cast<IniFile *>(this)->find(section)) {
+        if (const Entry *entry = found->entry(key))
+            return entry->second;
+    }
     return std::nullopt;
 }
 
@@ -110,22 +123,21 @@ void IniFile::setValue(const QString &section, const QString &key, const QString
 {
     Section *found = find(section);
     if (!found) {
-        m_sections.append({section, {}});
+        m_sections.append({section, {}, {}});
         found = &m_sections.last();
     }
-    for (Entry &entry : found->entries) {
-        if (entry.first.compare(key, Qt::CaseInsensitive) == 0) {
-            entry.second = value;
-            return;
-        }
-    }
-    found->entries.append({key, value});
+    if (Entry *entry = found->entry(key))
+        entry->second = value;
+    else
+        found->append(key, value);
 }
 
 void IniFile::removeValue(const QString &section, const QString &key)
 {
-    if (Section *found = find(section))
+    if (Section *found = find(section)) {
         found->entries.removeIf([&](const Entry &entry) { return entry.first.compare(key, Qt::CaseInsensitive) == 0; });
+        found->reindex();
+    }
 }
 
 void IniFile::removeSection(const QString &section)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QString>
 #include <optional>
@@ -39,6 +40,13 @@ private:
     {
         QString name;
         QList<Entry> entries;
+        // Position of each entry by its key in case-folded form: a key table
+        // holds hundreds of keys, each looked up as it is read.
+        QHash<QString, qsizetype> positions;
+
+        Entry *entry(const QString &key);
+        void append(const QString &key, const QString &value);
+        void reindex();
     };
 
     Section *find(const QString &section);

@@ -1,4 +1,5 @@
 #include "platform/MusicPlayer.h"
+#include "platform/BackgroundProcess.h"
 
 #include "platform/RuntimeLog.h"
 #include "platform/XdgPaths.h"
@@ -203,6 +204,7 @@ void MusicPlayer::startRendering(const QString &midiPath, const QString &wavePat
     });
     m_renderLimit->start(RenderTimeLimitMs);
 
+    BackgroundProcess::lowerPriority(m_render);
     emit renderStarted(midiPath);
     m_render->start(m_program, {QStringLiteral("-n"), QStringLiteral("-i"), QStringLiteral("-q"),
                                 QStringLiteral("-g"), QString::fromLatin1(RenderGain),

@@ -4,6 +4,8 @@
 //
 // Usage: make_skin SKIN_FOLDER
 
+#include "app/TitleArtwork.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -317,6 +319,9 @@ int main(int argc, char **argv)
     const QDir skin(QString::fromLocal8Bit(argv[1]));
     QDir().mkpath(skin.filePath("CG"));
     bool ok = true;
+
+    // The splash picture, drawn here so that the program only loads it.
+    ok &= savePicture(TitleArtwork::draw(TitleArtwork::size()), skin.filePath(TitleArtwork::fileName()), "BMP");
 
     // The welcome picture: an evening with lanterns' warm light.
     ok &= savePicture(drawScene({QColor(0x2b, 0x3a, 0x67), QColor(0xf2, 0xa6, 0x5a), QColor(0xff, 0xe0, 0xa0),

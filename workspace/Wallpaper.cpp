@@ -171,27 +171,69 @@ void Wallpaper::chooseRotation(int type, const QDate &today)
     load(m_folder + QLatin1Char('/') + names.at(entry - 1), Mode::Stretched);
 }
 
+QString Wallpaper::pictureFile() const
+{
+    return m_folder + QLatin1Char('/') + withSlashes(Globals::WallpaperDirectory) + QLatin1Char('/')
+           + withSlashes(Globals::WallpaperFile);
+}
+
 void Wallpaper::choosePicture(int type)
 {
     if (type == 1) {
         const int theme = themeMatching(Globals::WallpaperFile);
         m_pressedButton = theme == 0 ? 0 : ThemeButtonBase + theme;
     }
-    const QString path = m_folder + QLatin1Char('/') + withSlashes(Globals::WallpaperDirectory) + QLatin1Char('/')
-                         + withSlashes(Globals::WallpaperFile);
-    load(path, type == 1 ? Mode::Stretched : Mode::Natural);
+    load(pictureFile(), type == 1 ? Mode::Stretched : Mode::Natural);
+}
+
+void Wallpaper::readAhead(const QSize &areaSize)
+{
+    const int type = Globals::WallpaperType;
+    if (type != 0 && type != 1)
+        return;
+    m_aheadPath = pictureFile();
+    m_ahead = std::async(std::launch::async, &Wallpaper::decode, m_aheadPath, type == 1, areaSize);
+}
+
+// Runs on any thread: it touches nothing but its arguments.
+Wallpaper::Decoded Wallpaper::decode(const QString &path, bool stretched, const QSize &areaSize)
+{
+    Decoded result;
+    QImageReader reader(path);
+    reader.setAutoTransform(true);
+    result.picture = reader.read();
+    if (result.picture.isNull()) {
+        result.error = reader.errorString();
+        return result;
+    }
+    // In the form the screen is painted in, so that painting copies and
+    // never converts.
+    result.picture.convertTo(result.picture.hasAlphaChannel() ? QImage::Format_ARGB32_Premultiplied
+                                                              : QImage::Format_RGB32);
+    if (stretched && areaSize.isValid())
+        result.shown = result.picture.scaled(areaSize, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    return result;
 }
 
 bool Wallpaper::load(const QString &path, Mode mode)
 {
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    QImage picture = reader.read();
-    if (picture.isNull()) {
-        RuntimeLog::note("Wallpaper", QStringLiteral("%1: %2").arg(path, reader.errorString()));
+    Decoded decoded;
+    if (m_ahead.valid() && m_aheadPath == path)
+        decoded = m_ahead.get();
+    else
+        decoded = decode(path, false, QSize());
+    // A picture read ahead serves the first apply() only.
+    if (m_ahead.valid())
+        m_ahead.wait();
+    m_ahead = {};
+    m_aheadPath.clear();
+
+    if (decoded.picture.isNull()) {
+        RuntimeLog::note("Wallpaper", QStringLiteral("%1: %2").arg(path, decoded.error));
         return false;
     }
-    m_picture = std::move(picture);
+    m_picture = std::move(decoded.picture);
+    m_shown = std::move(decoded.shown);
     m_path = path;
     m_mode = mode;
     return true;
@@ -203,8 +245,17 @@ void Wallpaper::clear()
     m_path.clear();
     m_pressedButton = 0;
     m_picture = QImage();
-    m_shown = QPixmap();
+    m_shown = QImage();
     m_desktop = DesktopBackground();
+}
+
+bool Wallpaper::covers(const QRect &area) const
+{
+    if (m_picture.isNull() || m_picture.hasAlphaChannel())
+        return false;
+    if (m_mode == Mode::Stretched)
+        return true;
+    return m_mode == Mode::Natural && m_picture.width() >= area.right() + 1 && m_picture.height() >= area.bottom() + 1;
 }
 
 void Wallpaper::paint(QPainter &painter, const QRect &area)
@@ -216,19 +267,16 @@ void Wallpaper::paint(QPainter &painter, const QRect &area)
         m_desktop.paint(painter, area);
         return;
     case Mode::Natural:
-        if (m_shown.isNull())
-            m_shown = QPixmap::fromImage(m_picture);
         painter.save();
         painter.setClipRect(area);
-        painter.drawPixmap(area.topLeft(), m_shown);
+        painter.drawImage(area.topLeft(), m_picture);
         painter.restore();
         return;
     case Mode::Stretched:
         // Scaling is slow; repaints of the same area reuse the scaled picture.
         if (m_shown.size() != area.size())
-            m_shown = QPixmap::fromImage(
-                m_picture.scaled(area.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
-        painter.drawPixmap(area.topLeft(), m_shown);
+            m_shown = m_picture.scaled(area.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        painter.drawImage(area.topLeft(), m_shown);
         return;
     }
 }

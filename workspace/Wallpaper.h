@@ -4,9 +4,11 @@
 
 #include <QDate>
 #include <QImage>
-#include <QPixmap>
+#include <QSize>
 #include <QString>
 #include <QStringList>
+
+#include <future>
 
 class QPainter;
 class QRect;
@@ -32,6 +34,12 @@ public:
     QString pictureFolder() const { return m_folder; }
     void setPictureFolder(const QString &folder) { m_folder = folder; }
 
+    // Starts decoding, on another thread, the picture the settings globals
+    // name now, made ready for an area of `areaSize`, so that apply() finds
+    // it done. Only the fixed choices (types 0 and 1) are read ahead: the
+    // rotating ones draw random numbers, and drawing twice changes the pick.
+    void readAhead(const QSize &areaSize);
+
     // Chooses and loads the picture for today from the settings globals.
     void apply();
     void apply(const QDate &today);
@@ -39,6 +47,9 @@ public:
     // Paints the background over `area` (the window's client area). With no
     // picture it paints nothing, so the window keeps its own background.
     void paint(QPainter &painter, const QRect &area);
+
+    // True when paint() fills every pixel of `area` with opaque picture.
+    bool covers(const QRect &area) const;
 
     Mode mode() const { return m_mode; }
     bool isDesktop() const { return m_mode == Mode::Desktop; }
@@ -73,6 +84,7 @@ public:
 private:
     void chooseRotation(int type, const QDate &today);
     void choosePicture(int type);
+    QString pictureFile() const;
     bool load(const QString &path, Mode mode);
     void clear();
 
@@ -81,6 +93,16 @@ private:
     QString m_path;
     int m_pressedButton = 0;
     QImage m_picture;
-    QPixmap m_shown; // the picture as last painted, scaled to the area
+    QImage m_shown; // the picture as last painted, scaled to the area
+
+    struct Decoded
+    {
+        QImage picture;
+        QImage shown; // the picture scaled to the size asked for, if any
+        QString error;
+    };
+    static Decoded decode(const QString &path, bool stretched, const QSize &areaSize);
+    QString m_aheadPath;
+    std::future<Decoded> m_ahead;
     DesktopBackground m_desktop;
 };

@@ -5,6 +5,7 @@
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchTheme.h"
 #include "tools/FlatScrollBar.h"
+#include "workspace/CardDelegate.h"
 
 #include <QHBoxLayout>
 #include <QEvent>
@@ -59,10 +60,10 @@ QTableWidget *grid(int index, QWidget *parent)
     palette.setColor(QPalette::Highlight, TouchTheme::accent());
     palette.setColor(QPalette::HighlightedText, Qt::white);
     table->setPalette(palette);
-    table->setStyleSheet(QStringLiteral(
-        "QTableWidget::item { border: 2px solid #e6d3ad; border-radius: 10px; margin: 4px; padding: 6px; }"
-        "QTableWidget::item:hover { border-color: %1; background: #fff1d6; }")
-                             .arg(TouchTheme::accent().name()));
+    table->setItemDelegate(new CardDelegate(table));
+    // Cards warm up under the pointer.
+    table->setMouseTracking(true);
+    table->viewport()->setAttribute(Qt::WA_Hover);
     return table;
 }
 

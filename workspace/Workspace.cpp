@@ -38,12 +38,15 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLinearGradient>
 #include <QMenu>
 #include <QPainter>
+#include <QPointer>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -128,6 +131,13 @@ Workspace::Workspace(QWidget *parent)
         }
     });
 
+    // The window opens full screen; its picture is decoded meanwhile.
+    m_wallpaper = std::make_unique<Wallpaper>();
+    ErrorTrap::run("Workspace::Load: wallpaper", [this] {
+        if (QScreen *screen = QGuiApplication::primaryScreen())
+            m_wallpaper->readAhead(screen->geometry().size());
+    });
+
     setWindowTitle(QString::fromLatin1(SettingsStore::ApplicationName));
     setAutoFillBackground(false);
     setMinimumSize(800, 600);
@@ -141,7 +151,6 @@ Workspace::Workspace(QWidget *parent)
     connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
     connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
 
-    m_wallpaper = std::make_unique<Wallpaper>();
     m_settingsBox = buildSettingsBox();
     m_settingsBox->hide();
 
@@ -240,16 +249,24 @@ void Workspace::buildMenus()
     entry(7, QStringLiteral("日付と時刻..."));
     m_menu->addSeparator();
     entry(9, QStringLiteral("インターネット オプション..."));
-    rebuildPrinterMenu();
+    // Asking the print system for its printers takes longer than the whole
+    // window takes to appear: the list is filled in each time the menu opens.
+    addNoPrinterEntry();
+}
+
+QAction *Workspace::addNoPrinterEntry()
+{
+    QAction *none = m_printerMenu->addAction(QStringLiteral("(なし)"));
+    none->setObjectName(QStringLiteral("PrinterMenus0"));
+    none->setCheckable(true);
+    connect(none, &QAction::triggered, this, [this] { PrinterMenus_Click(0); });
+    return none;
 }
 
 void Workspace::rebuildPrinterMenu()
 {
     m_printerMenu->clear();
-    QAction *none = m_printerMenu->addAction(QStringLiteral("(なし)"));
-    none->setObjectName(QStringLiteral("PrinterMenus0"));
-    none->setCheckable(true);
-    connect(none, &QAction::triggered, this, [this] { PrinterMenus_Click(0); });
+    QAction *none = addNoPrinterEntry();
     QList<PrinterList::Entry> printers;
     ErrorTrap::run("Workspace: printer list", [&] { printers = PrinterList::printers(); });
     const QString current = PrinterList::currentPrinter();
@@ -332,7 +349,11 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
     });
     if (auto *music = m_infoDlg->findChild<TouchPanel *>(QStringLiteral("MIDI"))) {
         m_music = new MusicPlayer(this);
-        m_music->follow(music);
+        // Rendering the tune starts a synthesizer: not before the window shows.
+        whenPictureShown([this, panel = QPointer<TouchPanel>(music)] {
+            if (panel)
+                m_music->follow(panel);
+        });
     }
 }
 
@@ -767,8 +788,32 @@ void Workspace::Clock_Beep()
 
 void Workspace::say(const QString &line)
 {
+    // Loading the character and starting its voice would hold up the
+    // window's first picture: until then, what it is told waits in order.
+    if (!m_pictureShown) {
+        whenPictureShown([this, line] { say(line); });
+        return;
+    }
     QString command = line;
     ErrorTrap::run("Workspace: character", [&] { characterRoutine()(command); });
+}
+
+void Workspace::whenPictureShown(std::function<void()> job)
+{
+    if (m_pictureShown)
+        job();
+    else
+        m_afterFirstPicture.append(std::move(job));
+}
+
+void Workspace::firstPictureShown()
+{
+    if (m_pictureShown)
+        return;
+    m_pictureShown = true;
+    const QList<std::function<void()>> jobs = std::exchange(m_afterFirstPicture, {});
+    for (const std::function<void()> &job : jobs)
+        job();
 }
 
 void Workspace::sayWhenGraphic(const QString &line)
@@ -814,12 +859,19 @@ void Workspace::applyWallpaper()
 void Workspace::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    QLinearGradient sky(0, 0, 0, height());
-    sky.setColorAt(0.0, QColor(0xfd, 0xf6, 0xe3));
-    sky.setColorAt(1.0, QColor(0xf3, 0xdf, 0xb8));
-    painter.fillRect(rect(), sky);
+    // A full-screen gradient costs as much as the picture: it is only drawn
+    // where a picture leaves something uncovered.
+    if (!m_wallpaper->covers(rect())) {
+        QLinearGradient sky(0, 0, 0, height());
+        sky.setColorAt(0.0, QColor(0xfd, 0xf6, 0xe3));
+        sky.setColorAt(1.0, QColor(0xf3, 0xdf, 0xb8));
+        painter.fillRect(rect(), sky);
+    }
     // A picture, or with type 6 the desktop's own background, over it.
     ErrorTrap::run("Workspace::Paint", [&] { m_wallpaper->paint(painter, rect()); });
+    // What waits for the first picture starts once it is on the screen.
+    if (!m_pictureShown)
+        QMetaObject::invokeMethod(this, &Workspace::firstPictureShown, Qt::QueuedConnection);
 }
 
 void Workspace::resizeEvent(QResizeEvent *event)
@@ -963,6 +1015,9 @@ void Workspace::Unload()
         return;
     m_unloaded = true;
     m_clock->stop();
+    // A window that never showed never had its character or its music.
+    m_afterFirstPicture.clear();
+    m_pictureShown = true;
     say(VbFormat::boolean(false, QStringLiteral("On/Off")));
     for (Applet *applet : m_applets)
         ErrorTrap::run("Workspace::Unload: applet", [applet] { applet->Unload(); });

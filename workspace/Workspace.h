@@ -16,6 +16,7 @@ class ChimeClock;
 class InfoDlg;
 class MusicPlayer;
 class Printing;
+class QAction;
 class QLabel;
 class QMenu;
 class SettingsBox;
@@ -94,6 +95,9 @@ public:
     QString currentPath() const { return m_path; }
 
     bool calculatorFlag() const { return m_calculator; }
+    // True until the window's first picture is on the screen: the character
+    // and the music wait for it.
+    bool waitingForFirstPicture() const { return !m_pictureShown; }
 
     TouchButton *Channels(int index) const;
     WelcomeBox *welcomeBox() const { return m_welcome; }
@@ -132,11 +136,16 @@ private:
     void buildChannels();
     void buildInfoBar();
     void buildMenus();
+    QAction *addNoPrinterEntry();
     void rebuildPrinterMenu();
     QWidget *buildSettingsBox();
     SettingsBox *settings() const;
     void connectHints();
     void say(const QString &line);
+    // Runs the job once the window's first picture is on the screen (at
+    // once after that).
+    void whenPictureShown(std::function<void()> job);
+    void firstPictureShown();
     void sayWhenGraphic(const QString &line);
     void showCharacter();
     void refreshCheckMarks();
@@ -183,6 +192,8 @@ private:
     CloseMode m_closeMode = ControlMenu;
     bool m_calculator = false;
     bool m_characterShown = false;
+    bool m_pictureShown = false;
+    QList<std::function<void()>> m_afterFirstPicture;
     bool m_unloaded = false;
     bool m_linkedFontNow = false;
     bool m_started = false;

@@ -1,4 +1,5 @@
 #include "platform/agent/SpeechSynthesizer.h"
+#include "platform/BackgroundProcess.h"
 #include "platform/RuntimeLog.h"
 
 #include <QProcess>
@@ -68,6 +69,7 @@ void SpeechSynthesizer::launchPieces()
         // Its complaints ("No phoneme") add nothing to the note made below.
         process->setStandardOutputFile(QProcess::nullDevice());
         process->setStandardErrorFile(QProcess::nullDevice());
+        BackgroundProcess::lowerPriority(process);
         process->start(Voice::program(m_engine), Voice::arguments(m_engine, output));
         process->write(Voice::reading(piece.text).toUtf8() + '\n');
         process->closeWriteChannel();

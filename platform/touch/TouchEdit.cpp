@@ -22,25 +22,43 @@ void TouchEdit::applyLook()
     if (px == m_lookPixelSize)
         return;
     m_lookPixelSize = px;
-    const int radius = qMax(6, px / 2);
-    // Colours go through the palette: a style-sheet colour would also paint
-    // the prompt, only paler, and the prompt has a colour of its own.
-    setStyleSheet(QStringLiteral(
-        "TouchEdit { background: #FFFFFF; border: 2px solid %1; border-radius: %2px;"
-        " padding: %3px %4px; selection-background-color: %5; selection-color: #FFFFFF; }"
-        "TouchEdit:hover { border-color: %5; }"
-        "TouchEdit:focus { border: 3px solid %6; background: #FFFEF8; }"
-        "TouchEdit:disabled { background: %7; }")
-        .arg(TouchTheme::border().name())
-        .arg(radius)
-        .arg(qMax(4, px / 4))
-        .arg(qMax(6, px / 2))
-        .arg(TouchTheme::accent().name(), TouchTheme::accentDark().name(), TouchTheme::disabledFace().name()));
+    // The field draws its own rounded frame (see paintEvent); a style sheet
+    // would do the same, but loading the style-sheet machinery costs more
+    // than the whole window takes to appear.
+    setFrame(false);
+    const int across = qMax(6, px / 2) + FrameWidth;
+    const int down = qMax(4, px / 4) + FrameWidth;
+    setTextMargins(across, down, across, down);
     QPalette colours = palette();
+    colours.setColor(QPalette::Base, Qt::transparent);
     colours.setColor(QPalette::Text, TouchTheme::ink());
     colours.setColor(QPalette::Disabled, QPalette::Text, TouchTheme::inkDisabled());
     colours.setColor(QPalette::PlaceholderText, TouchTheme::promptInk());
+    colours.setColor(QPalette::Highlight, TouchTheme::accent());
+    colours.setColor(QPalette::HighlightedText, Qt::white);
     setPalette(colours);
+}
+
+void TouchEdit::paintFrame()
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    const bool focused = hasFocus();
+    QColor paper(0xFF, 0xFF, 0xFF);
+    QPen edge(TouchTheme::border(), FrameWidth);
+    if (!isEnabled()) {
+        paper = TouchTheme::disabledFace();
+    } else if (focused) {
+        paper = QColor(0xFF, 0xFE, 0xF8);
+        edge = QPen(TouchTheme::accentDark(), FrameWidth + 1);
+    } else if (m_hovered) {
+        edge.setColor(TouchTheme::accent());
+    }
+    const qreal inset = edge.widthF() / 2;
+    const qreal radius = qMax(6, m_lookPixelSize / 2);
+    painter.setPen(edge);
+    painter.setBrush(paper);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), radius, radius);
 }
 
 void TouchEdit::changeEvent(QEvent *event)
@@ -134,19 +152,30 @@ QSize TouchEdit::minimumSizeHint() const
 void TouchEdit::enterEvent(QEnterEvent *event)
 {
     QLineEdit::enterEvent(event);
+    m_hovered = true;
+    update();
     emit pointerEntered();
 }
 
 void TouchEdit::leaveEvent(QEvent *event)
 {
     QLineEdit::leaveEvent(event);
+    m_hovered = false;
+    update();
     emit pointerLeft();
 }
 
 void TouchEdit::focusInEvent(QFocusEvent *event)
 {
     QLineEdit::focusInEvent(event);
+    update();
     emit focusEntered();
+}
+
+void TouchEdit::focusOutEvent(QFocusEvent *event)
+{
+    QLineEdit::focusOutEvent(event);
+    update();
 }
 
 void TouchEdit::inputMethodEvent(QInputMethodEvent *event)
@@ -159,6 +188,8 @@ void TouchEdit::inputMethodEvent(QInputMethodEvent *event)
 
 void TouchEdit::paintEvent(QPaintEvent *event)
 {
+    paintFrame();
+    // The text, its selection and the caret, over the frame.
     QLineEdit::paintEvent(event);
     if (m_prompt.isEmpty() || !text().isEmpty() || m_composing)
         return;

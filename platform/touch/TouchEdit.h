@@ -65,6 +65,7 @@ protected:
     void enterEvent(QEnterEvent *event) override;
     void leaveEvent(QEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void focusOutEvent(QFocusEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void inputMethodEvent(QInputMethodEvent *event) override;
     void changeEvent(QEvent *event) override;
@@ -72,12 +73,15 @@ protected:
 private:
     void updateAccessibleName();
     void applyLook();
+    void paintFrame();
 
     QString m_caption;
     QString m_prompt;
     bool m_composing = false;
     QString m_tip;
+    static constexpr int FrameWidth = 2;
     int m_lookPixelSize = 0;
+    bool m_hovered = false;
     int m_imeMode = ImeNoControl;
     int m_index = -1;
 };

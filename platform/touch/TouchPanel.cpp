@@ -263,25 +263,12 @@ void TouchPanel::leaveEvent(QEvent *event)
 
 void TouchPanel::paintEvent(QPaintEvent *)
 {
-    // The frame only changes with the size, title or state; a panel dragged
-    // across the screen repaints often, so it is drawn once and kept.
-    const qreal ratio = devicePixelRatioF();
-    const QSize pixels = (QSizeF(size()) * ratio).toSize();
-    if (m_frameDirty || m_frame.size() != pixels) {
-        m_frame = QPixmap(pixels);
-        m_frame.setDevicePixelRatio(ratio);
-        m_frame.fill(Qt::transparent);
-        QPainter framePainter(&m_frame);
-        paintFrame(framePainter);
-        m_frameDirty = false;
-    }
     QPainter painter(this);
-    painter.drawPixmap(0, 0, m_frame);
+    paintFrame(painter);
 }
 
 void TouchPanel::invalidateFrame()
 {
-    m_frameDirty = true;
     update();
 }
 

@@ -97,6 +97,4 @@ private:
     QPoint m_pressGlobal;
     QPoint m_startPos;
     int m_index = -1;
-    QPixmap m_frame;
-    bool m_frameDirty = true;
 };

@@ -1,6 +1,11 @@
 #include "platform/touch/TouchTheme.h"
 
 #include <QFontMetrics>
+#include <QHash>
+#include <QImage>
+#include <QPair>
+#include <QPixmap>
+#include <QtMath>
 #include <QPainter>
 #include <QPainterPath>
 #include <QRect>
@@ -68,6 +73,17 @@ QFont TouchTheme::fittedFont(const QFont &font, const QString &text, const QRect
     QFont fitted = font;
     if (text.isEmpty() || box.width() <= 0 || box.height() <= 0)
         return fitted;
+
+    // Every repaint of every caption asks again, and each size tried costs a
+    // text layout (and, the first time, a font of that size): answers are kept.
+    static QHash<QString, QFont> known;
+    const QString key = QStringLiteral("%1|%2|%3x%4|%5").arg(font.key(), text).arg(box.width()).arg(box.height()).arg(flags);
+    const auto found = known.constFind(key);
+    if (found != known.cend())
+        return found.value();
+    if (known.size() > 512)
+        known.clear();
+
     int size = pixelSize(font);
     fitted.setPixelSize(size);
     while (size > smallestPixelSize()) {
@@ -77,19 +93,83 @@ QFont TouchTheme::fittedFont(const QFont &font, const QString &text, const QRect
         --size;
         fitted.setPixelSize(size);
     }
+    known.insert(key, fitted);
     return fitted;
 }
 
-void TouchTheme::paintShadow(QPainter &painter, const QRectF &body, qreal radius, int depth)
+namespace {
+
+// Layers that grow and fade give a soft edge without a blur pass.
+void paintShadowLayers(QPainter &painter, const QRectF &body, qreal radius, int depth)
 {
     painter.save();
     painter.setPen(Qt::NoPen);
-    // Layers that grow and fade give a soft edge without a blur pass.
     for (int i = depth; i >= 1; --i) {
         const qreal grow = i;
         QRectF layer = body.translated(depth * 0.35, depth * 0.55).adjusted(-grow * 0.4, -grow * 0.4, grow * 0.6, grow * 0.6);
-        painter.setBrush(shadow(qMax(4, 34 / i)));
+        painter.setBrush(TouchTheme::shadow(qMax(4, 34 / i)));
         painter.drawRoundedRect(layer, radius + grow * 0.5, radius + grow * 0.5);
     }
     painter.restore();
+}
+
+// How far a shadow reaches outside its body, and how far in from each edge
+// a corner of it still differs from the straight edge beside it.
+int shadowReach(int depth) { return qCeil(depth * 1.2) + 1; }
+int shadowCorner(qreal radius, int depth) { return shadowReach(depth) + qCeil(radius + depth * 1.1) + 1; }
+
+// The shadow of a small body with the same corners, drawn once: its corners
+// are used as they are and its middle row and column are stretched.
+const QPixmap &shadowTile(qreal radius, int depth)
+{
+    static QHash<QPair<int, int>, QPixmap> tiles;
+    const QPair<int, int> key(qRound(radius * 16), depth);
+    auto found = tiles.find(key);
+    if (found != tiles.end())
+        return found.value();
+    const int reach = shadowReach(depth);
+    const int corner = shadowCorner(radius, depth);
+    const int side = 2 * corner + 1;
+    QImage tile(side, side, QImage::Format_ARGB32_Premultiplied);
+    tile.fill(Qt::transparent);
+    QPainter painter(&tile);
+    painter.setRenderHint(QPainter::Antialiasing);
+    paintShadowLayers(painter, QRectF(reach, reach, side - 2 * reach, side - 2 * reach), radius, depth);
+    painter.end();
+    return tiles.insert(key, QPixmap::fromImage(std::move(tile))).value();
+}
+
+} // namespace
+
+void TouchTheme::paintShadow(QPainter &painter, const QRectF &body, qreal radius, int depth)
+{
+    const int reach = shadowReach(depth);
+    const int corner = shadowCorner(radius, depth);
+    const QRect area = body.toRect().adjusted(-reach, -reach, reach, reach);
+    if (area.width() < 2 * corner + 1 || area.height() < 2 * corner + 1) {
+        painter.save();
+        painter.setRenderHint(QPainter::Antialiasing);
+        paintShadowLayers(painter, body, radius, depth);
+        painter.restore();
+        return;
+    }
+    // Filling a large panel's whole shadow layer by layer costs milliseconds;
+    // nine pieces of a small drawn shadow cost next to nothing. The middle is
+    // left out: the opaque body covers it.
+    const QPixmap &tile = shadowTile(radius, depth);
+    const int side = tile.width();
+    const int middle = side - 2 * corner;
+    const int innerWidth = area.width() - 2 * corner;
+    const int innerHeight = area.height() - 2 * corner;
+    const int right = area.right() + 1 - corner;
+    const int bottom = area.bottom() + 1 - corner;
+    const int tileFar = side - corner;
+    painter.drawPixmap(QRect(area.left(), area.top(), corner, corner), tile, QRect(0, 0, corner, corner));
+    painter.drawPixmap(QRect(right, area.top(), corner, corner), tile, QRect(tileFar, 0, corner, corner));
+    painter.drawPixmap(QRect(area.left(), bottom, corner, corner), tile, QRect(0, tileFar, corner, corner));
+    painter.drawPixmap(QRect(right, bottom, corner, corner), tile, QRect(tileFar, tileFar, corner, corner));
+    painter.drawPixmap(QRect(area.left() + corner, area.top(), innerWidth, corner), tile, QRect(corner, 0, middle, corner));
+    painter.drawPixmap(QRect(area.left() + corner, bottom, innerWidth, corner), tile, QRect(corner, tileFar, middle, corner));
+    painter.drawPixmap(QRect(area.left(), area.top() + corner, corner, innerHeight), tile, QRect(0, corner, corner, middle));
+    painter.drawPixmap(QRect(right, area.top() + corner, corner, innerHeight), tile, QRect(tileFar, corner, corner, middle));
 }

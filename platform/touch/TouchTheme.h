@@ -46,6 +46,7 @@ public:
     // never smaller than smallestPixelSize(). Captions must never be cut off.
     static QFont fittedFont(const QFont &font, const QString &text, const QRect &box, int flags);
 
-    // A soft drop shadow below and to the right of `body`.
+    // A soft drop shadow below and to the right of `body`, which the caller
+    // then fills opaque: the middle of the shadow is left out.
     static void paintShadow(QPainter &painter, const QRectF &body, qreal radius, int depth);
 };

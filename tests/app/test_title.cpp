@@ -1,4 +1,5 @@
 #include "app/Title.h"
+#include "app/TitleArtwork.h"
 
 #include <QTest>
 
@@ -13,7 +14,8 @@ private slots:
     {
         Title title;
         QCOMPARE(title.size(), QSize(560, 340));
-        const QImage picture = Title::artwork(title.size()).toImage();
+        // No picture beside the test program: the splash draws its own.
+        const QImage picture = Title::picture(QStringLiteral("/nonexistent/TITLE.BMP")).toImage();
         QCOMPARE(picture.size(), title.size());
         // The lantern's paper glows warm in the middle of its body, the sky is
         // dark blue at the top.
@@ -24,6 +26,21 @@ private slots:
         const QString folder = qEnvironmentVariable("LANTERN_BUILD_DIR");
         if (!folder.isEmpty())
             picture.save(folder + QStringLiteral("/screenshots/splash.png"));
+    }
+
+    // The build draws the same picture into the skin folder, and the splash
+    // takes that file instead of drawing.
+    void preparedPictureIsTheArtwork()
+    {
+        const QString folder = qEnvironmentVariable("LANTERN_PROGRAM_DIR");
+        if (folder.isEmpty())
+            QSKIP("LANTERN_PROGRAM_DIR is not set");
+        const QString path = folder + QStringLiteral("/SKIN/") + TitleArtwork::fileName();
+        const QImage prepared(path);
+        QVERIFY2(!prepared.isNull(), qPrintable(path));
+        const QImage drawn = TitleArtwork::draw(TitleArtwork::size());
+        QCOMPARE(prepared.convertToFormat(QImage::Format_RGB32), drawn);
+        QCOMPARE(Title::picture(path).toImage().convertToFormat(QImage::Format_RGB32), drawn);
     }
 };
 

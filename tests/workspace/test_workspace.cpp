@@ -154,6 +154,7 @@ void WorkspaceTest::init()
     w->Reload();
     w->ApplySetting();
     w->Start();
+    QTRY_VERIFY(!w->waitingForFirstPicture());
 }
 
 void WorkspaceTest::cleanup()
