@@ -9,8 +9,6 @@ runs=${RUNS:-11}
 here=$(dirname "$0")
 command -v focuswriter >/dev/null || bash scripts/setup-debian.sh
 dpkg-query -W python3-xlib >/dev/null 2>&1 || apt-get install -y -qq python3-xlib focuswriter >/dev/null
-echo -n "lantern:     "
-dbus-run-session -- /usr/bin/python3 "$here/startup_probe.py" "$runs" '^Fernwick Nib 2007$' -- "$build/bin/lantern"
 # The same with 1,000 documents in the folder, as the recent list reads them.
 documents=$(mktemp -d)
 /usr/bin/python3 - "$documents" <<'PY'
@@ -24,10 +22,7 @@ for i in range(1000):
     with open('%s/%s.TXT' % (folder, when.strftime('%Y%m%d%H%M%S')), 'wb') as f:
         f.write(('"%s",#%s#\r\n' % (title, when.strftime('%Y-%m-%d %H:%M:%S'))).encode('cp932') + body.encode('ascii') + b'\r\n')
 PY
-echo -n "lantern with 1,000 documents: "
-dbus-run-session -- /usr/bin/python3 "$here/startup_probe.py" "$runs" '^Fernwick Nib 2007$' --documents "$documents" -- "$build/bin/lantern"
+programs="lantern ^Fernwick.Nib.2007$ -- $build/bin/lantern ;; lantern-1000-documents ^Fernwick.Nib.2007$ --documents $documents -- $build/bin/lantern"
+command -v focuswriter >/dev/null && programs="$programs ;; focuswriter FocusWriter -- focuswriter"
+dbus-run-session -- /usr/bin/python3 "$here/startup_probe.py" "$runs" $programs
 rm -rf "$documents"
-if command -v focuswriter >/dev/null; then
-  echo -n "focuswriter: "
-  dbus-run-session -- /usr/bin/python3 "$here/startup_probe.py" "$runs" 'FocusWriter' -- focuswriter
-fi

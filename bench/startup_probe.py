@@ -1,11 +1,11 @@
 #!/usr/bin/python3
 """Times a program from its start until its main window is mapped and painted.
 
-Usage: startup_probe.py RUNS TITLE_PATTERN [--documents FOLDER] -- COMMAND...
-With --documents, each run's document folder starts as a copy of FOLDER.
-Each run gets a fresh HOME. "Painted" means the window's centre pixel is no
-longer the colour it had when it was mapped (or has content at all). Prints the
-median in milliseconds, then every run.
+Usage: startup_probe.py RUNS NAME TITLE_PATTERN [--documents FOLDER] -- COMMAND... [;; NAME ...]
+Several programs separated by ";;" take turns, run by run. With --documents,
+each run's document folder starts as a copy of FOLDER. Each run gets a fresh
+HOME. "Painted" means the window's centre pixel has content. Prints, for each
+program, the median in milliseconds, then every run.
 """
 import os
 import re
@@ -90,23 +90,40 @@ def one_run(pattern, command, documents=None):
     return elapsed
 
 
+def parse_programs(arguments):
+    """Splits "NAME PATTERN [--documents FOLDER] -- COMMAND... ;; NAME ..." into programs."""
+    programs = []
+    for part in ' '.join(arguments).split(' ;; '):
+        words = part.split()
+        separator = words.index('--')
+        options = words[2:separator]
+        documents = options[options.index('--documents') + 1] if '--documents' in options else None
+        programs.append({'name': words[0], 'pattern': words[1], 'documents': documents,
+                         'command': words[separator + 1:], 'times': []})
+    return programs
+
+
 def main():
     runs = int(sys.argv[1])
-    pattern = sys.argv[2]
-    command = sys.argv[sys.argv.index('--') + 1:]
-    options = sys.argv[3:sys.argv.index('--')]
-    documents = options[options.index('--documents') + 1] if '--documents' in options else None
-    times = []
+    programs = parse_programs(sys.argv[2:])
+    # The programs take turns, so that a machine that is slower for a while
+    # is slower for all of them alike.
     for _ in range(runs):
-        t = one_run(pattern, command, documents)
-        if t is not None:
-            times.append(t)
-        time.sleep(0.3)
-    if not times:
-        print('no window seen')
-        return 1
-    print('median %.0f ms (runs: %s)' % (statistics.median(times), ', '.join('%.0f' % t for t in times)))
-    return 0
+        for program in programs:
+            t = one_run(program['pattern'], program['command'], program['documents'])
+            if t is not None:
+                program['times'].append(t)
+            time.sleep(0.3)
+    status = 0
+    for program in programs:
+        times = program['times']
+        if not times:
+            print('%-28s no window seen' % (program['name'] + ':'))
+            status = 1
+            continue
+        print('%-28s median %.0f ms (runs: %s)' % (program['name'] + ':', statistics.median(times),
+                                                   ', '.join('%.0f' % t for t in times)))
+    return status
 
 
 if __name__ == '__main__':

@@ -26,9 +26,14 @@ UConverter *converter()
     return instance.get();
 }
 
+bool isTrailByte(unsigned char byte)
+{
+    return (byte >= 0x40 && byte <= 0x7E) || (byte >= 0x80 && byte <= 0xFC);
+}
+
 } // namespace
 
-QByteArray CodePage932::encode(QStringView text, bool *ok)
+QByteArray CodePage932::encodeWithIcu(QStringView text, bool *ok)
 {
     if (ok)
         *ok = true;
@@ -70,7 +75,7 @@ QByteArray CodePage932::encode(QStringView text, bool *ok)
     return out;
 }
 
-QString CodePage932::decode(QByteArrayView bytes)
+QString CodePage932::decodeWithIcu(QByteArrayView bytes)
 {
     UConverter *cnv = converter();
     if (!cnv)
@@ -88,6 +93,63 @@ QString CodePage932::decode(QByteArrayView bytes)
     if (U_FAILURE(status))
         return QString();
     out.truncate(written);
+    return out;
+}
+
+// Code page 932 keeps the 128 ASCII codes as they are, control codes
+// included, where ICU's table trades 0x1A, 0x1C and 0x7F among themselves as
+// IBM's code pages do. ASCII runs are therefore copied and only the rest goes
+// through ICU; most text the program converts (paths, names, settings) is
+// ASCII alone, and never opens a converter at all.
+QByteArray CodePage932::encode(QStringView text, bool *ok)
+{
+    if (ok)
+        *ok = true;
+    QByteArray out;
+    out.reserve(text.size() * 2);
+    qsizetype at = 0;
+    while (at < text.size()) {
+        qsizetype end = at;
+        while (end < text.size() && text[end].unicode() < 0x80)
+            ++end;
+        out += text.sliced(at, end - at).toLatin1();
+        at = end;
+        while (end < text.size() && text[end].unicode() >= 0x80)
+            ++end;
+        if (end > at) {
+            bool partOk = true;
+            out += encodeWithIcu(text.sliced(at, end - at), &partOk);
+            if (ok && !partOk)
+                *ok = false;
+            at = end;
+        }
+    }
+    return out;
+}
+
+QString CodePage932::decode(QByteArrayView bytes)
+{
+    QString out;
+    out.reserve(bytes.size());
+    qsizetype at = 0;
+    while (at < bytes.size()) {
+        qsizetype end = at;
+        while (end < bytes.size() && static_cast<unsigned char>(bytes[end]) < 0x80)
+            ++end;
+        out += QLatin1StringView(bytes.data() + at, end - at);
+        at = end;
+        // A run of non-ASCII characters: a lead byte takes its trail byte
+        // with it, even one that looks like ASCII.
+        while (end < bytes.size() && static_cast<unsigned char>(bytes[end]) >= 0x80) {
+            const bool pair = isLeadByte(static_cast<unsigned char>(bytes[end])) && end + 1 < bytes.size()
+                              && isTrailByte(static_cast<unsigned char>(bytes[end + 1]));
+            end += pair ? 2 : 1;
+        }
+        if (end > at) {
+            out += decodeWithIcu(bytes.sliced(at, end - at));
+            at = end;
+        }
+    }
     return out;
 }
 

@@ -7,7 +7,7 @@
 
 // Text in Windows code page 932: Microsoft's Shift-JIS with the NEC and IBM
 // extensions (①, ㈱, Ⅰ). Plain "Shift_JIS" tables differ on ～ − ¢ £ ¬ ‖, so
-// the conversion always goes through ICU's "windows-31j" table.
+// everything beyond ASCII goes through ICU's "windows-31j" table.
 class CodePage932
 {
 public:
@@ -19,4 +19,8 @@ public:
     static bool canEncode(char32_t codePoint);
     // A first byte of a double-byte character: 0x81-0x9F and 0xE0-0xFC.
     static bool isLeadByte(unsigned char byte);
+
+private:
+    static QByteArray encodeWithIcu(QStringView text, bool *ok);
+    static QString decodeWithIcu(QByteArrayView bytes);
 };

@@ -140,6 +140,9 @@ Workspace::Workspace(QWidget *parent)
 
     setWindowTitle(QString::fromLatin1(SettingsStore::ApplicationName));
     setAutoFillBackground(false);
+    // paintEvent covers every pixel (a picture, or the gradient under it), so
+    // the window's plain background is never filled first.
+    setAttribute(Qt::WA_OpaquePaintEvent);
     setMinimumSize(800, 600);
 
     buildChannels();
@@ -499,7 +502,9 @@ void Workspace::setDocument(qint16 view)
         m_path.clear();
         m_welcome->raise();
         m_welcome->show();
-        ErrorTrap::run("Workspace::Document: lists", [this] { m_welcome->fillLists(); });
+        // The box opens on its templates; the recent list, which reads every
+        // document's header, is filled in once the window is on the screen.
+        whenPictureShown([this] { ErrorTrap::run("Workspace::Document: lists", [this] { m_welcome->fillLists(); }); });
         break;
     case DocumentView:
         m_documentBar->show();

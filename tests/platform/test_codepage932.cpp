@@ -33,6 +33,22 @@ private slots:
         QCOMPARE(CodePage932::decode(bytes), text);
     }
 
+    // Plain ASCII takes a shorter way than text with Japanese in it: both
+    // must give the same bytes for every ASCII code, control codes included.
+    void asciiIsTheSameAloneAndBesideJapanese()
+    {
+        const QString kana = QString::fromUtf8("あ");
+        const QByteArray kanaBytes("\x82\xa0");
+        for (char16_t code = 0; code < 0x80; ++code) {
+            const QString alone{QChar(code)};
+            const QByteArray byte(1, char(code));
+            QCOMPARE(CodePage932::encode(alone), byte);
+            QCOMPARE(CodePage932::encode(alone + kana), byte + kanaBytes);
+            QCOMPARE(CodePage932::decode(byte), alone);
+            QCOMPARE(CodePage932::decode(byte + kanaBytes), alone + kana);
+        }
+    }
+
     void unmappableCharactersAreReported()
     {
         bool ok = true;
