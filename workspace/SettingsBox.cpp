@@ -122,7 +122,10 @@ int SettingsBox::choiceIconSide()
 void SettingsBox::resizeEvent(QResizeEvent *event)
 {
     TouchPanel::resizeEvent(event);
-    fitPictures();
+    // Fitting lays the box out again and again; a hidden box is fitted when
+    // it shows.
+    if (isVisible())
+        fitPictures();
 }
 
 void SettingsBox::showEvent(QShowEvent *event)

@@ -122,14 +122,18 @@ Workspace::Workspace(QWidget *parent)
     setObjectName(QStringLiteral("Workspace"));
 
     // The font-link guard: link once; a run that ended without unloading left
-    // the flag set and the link in force.
-    ErrorTrap::run("Workspace::Load: private characters", [this] {
-        m_linkedFontNow = !SettingsStore::Runtime();
-        if (m_linkedFontNow) {
-            SettingsStore::SetRuntime(true);
-            PrivateCharacters::Link(true);
-        }
-    });
+    // the flag set and the link in force. The decision is made now; the
+    // link itself (settings, registry and font files written, the font
+    // loaded) waits for the window to show, as nothing can use it before.
+    ErrorTrap::run("Workspace::Load: private characters", [this] { m_linkedFontNow = !SettingsStore::Runtime(); });
+    if (m_linkedFontNow) {
+        whenPictureShown([] {
+            ErrorTrap::run("Workspace::Load: private characters", [] {
+                SettingsStore::SetRuntime(true);
+                PrivateCharacters::Link(true);
+            });
+        });
+    }
 
     // The window opens full screen; its picture is decoded meanwhile.
     m_wallpaper = std::make_unique<Wallpaper>();

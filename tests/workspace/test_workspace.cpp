@@ -1,6 +1,8 @@
 // The main window driven as a person does it: clicks on its buttons and on
 // the rows of its lists, with the real document store under a private HOME.
 #include "app/Globals.h"
+#include "app/PrivateCharacters.h"
+#include "app/Registry.h"
 #include "app/SettingsStore.h"
 #include "documents/Applet.h"
 #include "documents/Database.h"
@@ -121,6 +123,7 @@ private slots:
     void hintsInTheInformationBar();
     void systemAndPrinterMenus();
     void closingSavesAndSpeaks();
+    void fontLinkGuard();
     void busExecute_data();
     void busExecute();
 
@@ -779,6 +782,41 @@ void WorkspaceTest::busExecute()
     QVERIFY(quit.value());
     QTRY_COMPARE(unloaded.count(), 1);
     QVERIFY(!w->isVisible());
+}
+
+// The window links the program's private-character font once per run: a run
+// that ended without unloading left the "Runtime" flag set, and the next one
+// leaves the link as it is. Unloading takes the link back.
+void WorkspaceTest::fontLinkGuard()
+{
+    const auto linkedFont = [] {
+        Registry registry;
+        registry.RootKey = Registry::HKEY_CURRENT_USER;
+        QString key = QString::fromLatin1(PrivateCharacters::Key);
+        registry.Load(key);
+        const QString font = registry.Data(QString::fromLatin1(PrivateCharacters::Current)).toString();
+        registry.Unload();
+        return font;
+    };
+    const QString ours = PrivateCharacters::fontPath(QCoreApplication::applicationDirPath());
+    delete w;
+    w = nullptr;
+    QCOMPARE(SettingsStore::Runtime(), false);
+    QVERIFY(linkedFont() != ours);
+
+    for (const bool leftOver : {false, true}) {
+        SettingsStore::SetRuntime(leftOver);
+        Workspace window;
+        window.resize(1024, 768);
+        window.show();
+        QTRY_VERIFY(!window.waitingForFirstPicture());
+        QCOMPARE(SettingsStore::Runtime(), true);
+        // Linked now, or left as the last run left it (not linked here).
+        QCOMPARE(linkedFont() == ours, !leftOver);
+        window.closeWithMode(Workspace::ByCode);
+        QCOMPARE(SettingsStore::Runtime(), false);
+        QVERIFY(linkedFont() != ours);
+    }
 }
 
 QTEST_MAIN(WorkspaceTest)
