@@ -306,13 +306,17 @@ void SettingsBox::showThemePicture(int number, const QPixmap &clipArt)
         button(FirstThemeButton + number - 1)->setPicture(clipArt);
         return;
     }
-    QPixmap frame(clipArtSize() * PictureDetail);
-    frame.fill(Qt::transparent);
-    QPainter painter(&frame);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(TouchTheme::border(), 2 * PictureDetail, Qt::DashLine));
-    painter.setBrush(TouchTheme::paper().darker(104));
-    painter.drawRoundedRect(QRectF(frame.rect()).adjusted(2, 2, -2, -2), 6 * PictureDetail, 6 * PictureDetail);
-    painter.end();
-    button(FirstThemeButton + number - 1)->setPicture(frame);
+    // The five empty frames are alike: drawn once (kept as an image, which
+    // may outlive the application object).
+    static const QImage frame = [] {
+        QImage empty(clipArtSize() * PictureDetail, QImage::Format_ARGB32_Premultiplied);
+        empty.fill(Qt::transparent);
+        QPainter painter(&empty);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setPen(QPen(TouchTheme::border(), 2 * PictureDetail, Qt::DashLine));
+        painter.setBrush(TouchTheme::paper().darker(104));
+        painter.drawRoundedRect(QRectF(empty.rect()).adjusted(2, 2, -2, -2), 6 * PictureDetail, 6 * PictureDetail);
+        return empty;
+    }();
+    button(FirstThemeButton + number - 1)->setPicture(QPixmap::fromImage(frame));
 }

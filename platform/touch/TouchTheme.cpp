@@ -4,7 +4,6 @@
 #include <QHash>
 #include <QImage>
 #include <QPair>
-#include <QPixmap>
 #include <QtMath>
 #include <QPainter>
 #include <QPainterPath>
@@ -76,11 +75,13 @@ QFont TouchTheme::fittedFont(const QFont &font, const QString &text, const QRect
 
     // Every repaint of every caption asks again, and each size tried costs a
     // text layout (and, the first time, a font of that size): answers are kept.
-    static QHash<QString, QFont> known;
+    static QHash<QString, int> known;
     const QString key = QStringLiteral("%1|%2|%3x%4|%5").arg(font.key(), text).arg(box.width()).arg(box.height()).arg(flags);
     const auto found = known.constFind(key);
-    if (found != known.cend())
-        return found.value();
+    if (found != known.cend()) {
+        fitted.setPixelSize(found.value());
+        return fitted;
+    }
     if (known.size() > 512)
         known.clear();
 
@@ -93,7 +94,7 @@ QFont TouchTheme::fittedFont(const QFont &font, const QString &text, const QRect
         --size;
         fitted.setPixelSize(size);
     }
-    known.insert(key, fitted);
+    known.insert(key, size);
     return fitted;
 }
 
@@ -120,9 +121,10 @@ int shadowCorner(qreal radius, int depth) { return shadowReach(depth) + qCeil(ra
 
 // The shadow of a small body with the same corners, drawn once: its corners
 // are used as they are and its middle row and column are stretched.
-const QPixmap &shadowTile(qreal radius, int depth)
+// Kept as images, which may outlive the application object.
+const QImage &shadowTile(qreal radius, int depth)
 {
-    static QHash<QPair<int, int>, QPixmap> tiles;
+    static QHash<QPair<int, int>, QImage> tiles;
     const QPair<int, int> key(qRound(radius * 16), depth);
     auto found = tiles.find(key);
     if (found != tiles.end())
@@ -136,7 +138,7 @@ const QPixmap &shadowTile(qreal radius, int depth)
     painter.setRenderHint(QPainter::Antialiasing);
     paintShadowLayers(painter, QRectF(reach, reach, side - 2 * reach, side - 2 * reach), radius, depth);
     painter.end();
-    return tiles.insert(key, QPixmap::fromImage(std::move(tile))).value();
+    return tiles.insert(key, std::move(tile)).value();
 }
 
 } // namespace
@@ -156,7 +158,7 @@ void TouchTheme::paintShadow(QPainter &painter, const QRectF &body, qreal radius
     // Filling a large panel's whole shadow layer by layer costs milliseconds;
     // nine pieces of a small drawn shadow cost next to nothing. The middle is
     // left out: the opaque body covers it.
-    const QPixmap &tile = shadowTile(radius, depth);
+    const QImage &tile = shadowTile(radius, depth);
     const int side = tile.width();
     const int middle = side - 2 * corner;
     const int innerWidth = area.width() - 2 * corner;
@@ -164,12 +166,12 @@ void TouchTheme::paintShadow(QPainter &painter, const QRectF &body, qreal radius
     const int right = area.right() + 1 - corner;
     const int bottom = area.bottom() + 1 - corner;
     const int tileFar = side - corner;
-    painter.drawPixmap(QRect(area.left(), area.top(), corner, corner), tile, QRect(0, 0, corner, corner));
-    painter.drawPixmap(QRect(right, area.top(), corner, corner), tile, QRect(tileFar, 0, corner, corner));
-    painter.drawPixmap(QRect(area.left(), bottom, corner, corner), tile, QRect(0, tileFar, corner, corner));
-    painter.drawPixmap(QRect(right, bottom, corner, corner), tile, QRect(tileFar, tileFar, corner, corner));
-    painter.drawPixmap(QRect(area.left() + corner, area.top(), innerWidth, corner), tile, QRect(corner, 0, middle, corner));
-    painter.drawPixmap(QRect(area.left() + corner, bottom, innerWidth, corner), tile, QRect(corner, tileFar, middle, corner));
-    painter.drawPixmap(QRect(area.left(), area.top() + corner, corner, innerHeight), tile, QRect(0, corner, corner, middle));
-    painter.drawPixmap(QRect(right, area.top() + corner, corner, innerHeight), tile, QRect(tileFar, corner, corner, middle));
+    painter.drawImage(QRect(area.left(), area.top(), corner, corner), tile, QRect(0, 0, corner, corner));
+    painter.drawImage(QRect(right, area.top(), corner, corner), tile, QRect(tileFar, 0, corner, corner));
+    painter.drawImage(QRect(area.left(), bottom, corner, corner), tile, QRect(0, tileFar, corner, corner));
+    painter.drawImage(QRect(right, bottom, corner, corner), tile, QRect(tileFar, tileFar, corner, corner));
+    painter.drawImage(QRect(area.left() + corner, area.top(), innerWidth, corner), tile, QRect(corner, 0, middle, corner));
+    painter.drawImage(QRect(area.left() + corner, bottom, innerWidth, corner), tile, QRect(corner, tileFar, middle, corner));
+    painter.drawImage(QRect(area.left(), area.top() + corner, corner, innerHeight), tile, QRect(0, corner, corner, middle));
+    painter.drawImage(QRect(right, area.top() + corner, corner, innerHeight), tile, QRect(tileFar, corner, corner, middle));
 }
