@@ -215,6 +215,7 @@ void Workspace::buildInfoBar()
     m_infoContent = makeLabel(m_infoBar, 22, false);
     m_infoContent->setObjectName(QStringLiteral("InfoBarContent"));
     m_infoContent->setWordWrap(true);
+    m_infoContentFont = m_infoContent->font();
     m_howToMonitor = new TouchButton(QStringLiteral("閉じる"), m_infoBar);
     m_howToMonitor->setObjectName(QStringLiteral("InfoBarHowToMonitor"));
     m_howToMonitor->setTip(QStringLiteral("クリックすると、説明を閉じます。"));
@@ -385,7 +386,10 @@ SideMenuBar *Workspace::SideMenuBars(int index) const
 
 void Workspace::Reload()
 {
+    // The hint's type is fitted afresh for each hint, from the adapted size.
+    m_infoContent->setFont(m_infoContentFont);
     ErrorTrap::run("Workspace::Reload: fonts", [] { FontAdapter::adaptAll(); });
+    m_infoContentFont = m_infoContent->font();
     ErrorTrap::run("Workspace::Reload: sounds", [this] { applySkinSounds(); });
     for (Applet *applet : m_applets)
         ErrorTrap::run("Workspace::Reload: applet", [applet] { applet->Reload(); });
@@ -467,7 +471,24 @@ void Workspace::HowTo(const QString &topic, const QString &content)
     m_infoContent->setText(content);
     m_infoBar->show();
     m_infoBar->raise();
+    fitHint();
     m_infoBar->update();
+}
+
+// A long hint takes smaller type rather than losing its last words.
+void Workspace::fitHint()
+{
+    QLayout *layout = m_infoBar->layout();
+    if (!layout)
+        return;
+    layout->activate();
+    // The label is as tall as its text; the room is all the bar's height.
+    const QRect room(0, 0, m_infoContent->contentsRect().width(),
+                     m_infoBar->contentsRect().height() - layout->contentsMargins().top() - layout->contentsMargins().bottom());
+    if (room.isEmpty())
+        return;
+    m_infoContent->setFont(TouchTheme::fittedFont(m_infoContentFont, m_infoContent->text(), room,
+                                                  Qt::TextWordWrap | int(m_infoContent->alignment())));
 }
 
 qint32 Workspace::Document() const
@@ -916,7 +937,8 @@ void Workspace::layOut()
     Channels(1)->setGeometry(endSlot);
     Channels(2)->setGeometry(endSlot);
 
-    const int infoHeight = std::max(60, int(72 * unit));
+    // Room for a hint of two lines.
+    const int infoHeight = std::max(76, int(86 * unit));
     m_infoBar->setGeometry(margin, h - margin - infoHeight, w - 2 * margin, infoHeight);
 
     const int top = margin + buttonHeight + margin;

@@ -3,6 +3,7 @@
 #include "documents/AppletHost.h"
 #include "documents/DocumentRecord.h"
 
+#include <QFont>
 #include <QList>
 #include <QPointer>
 #include <QVariant>
@@ -136,6 +137,7 @@ private:
     void buildChannels();
     void buildInfoBar();
     void buildMenus();
+    void fitHint();
     QAction *addNoPrinterEntry();
     void rebuildPrinterMenu();
     QWidget *buildSettingsBox();
@@ -179,6 +181,7 @@ private:
     TouchPanel *m_infoBar = nullptr;
     QLabel *m_infoTopic = nullptr;
     QLabel *m_infoContent = nullptr;
+    QFont m_infoContentFont;
     TouchButton *m_howToMonitor = nullptr;
     QMenu *m_menu = nullptr;
     QMenu *m_printerMenu = nullptr;

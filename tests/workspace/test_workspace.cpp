@@ -682,6 +682,29 @@ void WorkspaceTest::hintsInTheInformationBar()
     QCOMPARE(w->InfoBarTopic()->text(), QStringLiteral("設定"));
     QCOMPARE(w->InfoBarContent()->text(),
              QStringLiteral("クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。"));
+    // A hint of two lines keeps its last words: it stays inside the bar's
+    // frame (above its shadow) and its type shrinks until all of it fits.
+    QCoreApplication::processEvents();
+    const QLabel *content = w->InfoBarContent();
+    QVERIFY(content->font().pixelSize() >= 17);
+    QVERIFY(w->InfoBar()->contentsRect().contains(content->geometry()));
+    const QRect room = content->contentsRect();
+    const QRect needed = QFontMetrics(content->font()).boundingRect(room, Qt::TextWordWrap | int(content->alignment()), content->text());
+    QVERIFY2(needed.height() <= room.height(), qPrintable(QStringLiteral("%1 > %2").arg(needed.height()).arg(room.height())));
+    // A longer one takes smaller type; the next short one has its size back.
+    const auto fits = [&] {
+        QCoreApplication::processEvents();
+        const QRect inside = content->contentsRect();
+        return QFontMetrics(content->font()).boundingRect(inside, Qt::TextWordWrap | int(content->alignment()), content->text()).height()
+               <= inside.height();
+    };
+    const int twoLines = content->font().pixelSize();
+    w->HowTo(QStringLiteral("長いヒント"), content->text().repeated(3));
+    QVERIFY(fits());
+    QVERIFY(content->font().pixelSize() < twoLines);
+    w->HowTo(QStringLiteral("設定"), QStringLiteral("短いヒント"));
+    QVERIFY(fits());
+    QCOMPARE(content->font().pixelSize(), twoLines);
     emit settings->pointerLeft();
     QCOMPARE(w->InfoBarContent()->text(), QString());
 
