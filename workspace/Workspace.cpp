@@ -158,8 +158,9 @@ Workspace::Workspace(QWidget *parent)
     connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
     connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
 
-    m_settingsBox = buildSettingsBox();
-    m_settingsBox->hide();
+    // The settings box shows only when asked for: it is built once the
+    // window is on the screen (or at once, if asked for before).
+    whenPictureShown([this] { settings(); });
 
     m_documentBar = new SideMenuBar(SideMenuBar::DocumentBar, this);
     m_formatBar = new SideMenuBar(SideMenuBar::FormatBar, this);
@@ -181,7 +182,7 @@ Workspace::Workspace(QWidget *parent)
     // The document applet.
     addApplet(new DatabaseApplet(this));
 
-    connectHints();
+    connectHints(this);
     // The character is on for the window's life; showing it is a setting.
     say(VbFormat::boolean(true, QStringLiteral("On/Off")));
     m_clock->start();
@@ -289,21 +290,46 @@ void Workspace::rebuildPrinterMenu()
     }
 }
 
-QWidget *Workspace::buildSettingsBox()
+QWidget *Workspace::settingsBox()
 {
+    return settings();
+}
+
+SettingsBox *Workspace::settings()
+{
+    if (m_settingsBox)
+        return m_settingsBox;
     auto *box = new SettingsBox(this);
+    box->hide();
+    m_settingsBox = box;
     box->setWallpaper(m_wallpaper.get());
     connect(box, &SettingsBox::closeRequested, this, [this] { setDocument(WelcomeView); });
     connect(box, &SettingsBox::shutdownOptionChanged, this, &Workspace::refreshCheckMarks);
     connect(box, &SettingsBox::wallpaperChanged, this, [this] { update(); });
+    // What the window did for its other controls when it loaded and reloaded.
+    connectHints(box);
+    if (m_reloaded) {
+        ErrorTrap::run("Workspace: settings box fonts", [box] {
+            FontAdapter::adapt(box);
+            for (QWidget *control : box->findChildren<QWidget *>())
+                FontAdapter::adapt(control);
+        });
+        applySkinSounds({box});
+    }
+    box->pressWallpaperButton(m_wallpaper->pressedButton());
+    box->refreshCheckMarks();
+    // Its type grows with the screen like the rest (sizes are kept from the
+    // design, so scaling everything again changes nothing else).
+    m_typeUnit = 0;
+    layOut();
     return box;
 }
 
 // Every button and field of the window tells the information bar about
 // itself; the buttons that sound ask the window first.
-void Workspace::connectHints()
+void Workspace::connectHints(QWidget *root)
 {
-    for (TouchButton *button : findChildren<TouchButton *>()) {
+    for (TouchButton *button : root->findChildren<TouchButton *>()) {
         connect(button, &TouchButton::pointerEntered, this, [this, button] { HowTo(button->caption(), button->tip()); });
         connect(button, &TouchButton::pointerLeft, this, [this] { HowTo(QString(), QString()); });
         const QString name = arrayName(button);
@@ -311,7 +337,7 @@ void Workspace::connectHints()
             suppress = soundSuppressFor(name, button->index());
         });
     }
-    for (TouchEdit *edit : findChildren<TouchEdit *>()) {
+    for (TouchEdit *edit : root->findChildren<TouchEdit *>()) {
         connect(edit, &TouchEdit::pointerEntered, this, [this, edit] {
             HowTo(edit->caption(), edit->tip().isEmpty() ? edit->prompt() : edit->tip());
         });
@@ -389,6 +415,7 @@ void Workspace::Reload()
     // The hint's type is fitted afresh for each hint, from the adapted size.
     m_infoContent->setFont(m_infoContentFont);
     ErrorTrap::run("Workspace::Reload: fonts", [] { FontAdapter::adaptAll(); });
+    m_reloaded = true;
     m_infoContentFont = m_infoContent->font();
     ErrorTrap::run("Workspace::Reload: sounds", [this] { applySkinSounds(); });
     for (Applet *applet : m_applets)
@@ -487,13 +514,16 @@ void Workspace::fitHint()
                      m_infoBar->contentsRect().height() - layout->contentsMargins().top() - layout->contentsMargins().bottom());
     if (room.isEmpty())
         return;
-    m_infoContent->setFont(TouchTheme::fittedFont(m_infoContentFont, m_infoContent->text(), room,
-                                                  Qt::TextWordWrap | int(m_infoContent->alignment())));
+    // From the hint's full size: its design size grown with the screen.
+    QFont full = m_infoContentFont;
+    full.setPixelSize(qRound(TouchTheme::pixelSize(m_infoContentFont) * std::max(1.0, m_typeUnit)));
+    m_infoContent->setFont(
+        TouchTheme::fittedFont(full, m_infoContent->text(), room, Qt::TextWordWrap | int(m_infoContent->alignment())));
 }
 
 qint32 Workspace::Document() const
 {
-    if (m_welcome->isVisibleTo(this) || m_settingsBox->isVisibleTo(this))
+    if (m_welcome->isVisibleTo(this) || (m_settingsBox && m_settingsBox->isVisibleTo(this)))
         return 0;
     return m_active ? m_active->Document() : 0;
 }
@@ -503,7 +533,7 @@ void Workspace::setDocument(qint16 view)
     const qint32 current = Document();
 
     // Leave what is shown.
-    if (m_settingsBox->isVisibleTo(this)) {
+    if (m_settingsBox && m_settingsBox->isVisibleTo(this)) {
         m_settingsBox->hide();
         update();
     }
@@ -519,8 +549,8 @@ void Workspace::setDocument(qint16 view)
     // Enter the new view.
     switch (view) {
     case SettingsView:
-        m_settingsBox->raise();
-        m_settingsBox->show();
+        settings()->raise();
+        settings()->show();
         ErrorTrap::run("Workspace::Document: theme pictures", [this] { settings()->loadThemePictures(); });
         break;
     case WelcomeView:
@@ -630,10 +660,15 @@ qint16 Workspace::soundSuppressFor(const QString &array, int index) const
 
 void Workspace::applySkinSounds()
 {
+    QList<QWidget *> roots = QApplication::topLevelWidgets();
+    if (!roots.contains(this))
+        roots.append(this);
+    applySkinSounds(roots);
+}
+
+void Workspace::applySkinSounds(QList<QWidget *> pending)
+{
     const QString folder = skinFolder();
-    QList<QWidget *> pending = QApplication::topLevelWidgets();
-    if (!pending.contains(this))
-        pending.append(this);
     while (!pending.isEmpty()) {
         QWidget *widget = pending.takeFirst();
         for (QObject *child : widget->children()) {
@@ -867,22 +902,22 @@ void Workspace::showCharacter()
 
 void Workspace::refreshCheckMarks()
 {
-    settings()->refreshCheckMarks();
+    if (m_settingsBox)
+        m_settingsBox->refreshCheckMarks();
     Channels(1)->setVisible(Globals::ShutdownOnQuit);
     Channels(2)->setVisible(!Globals::ShutdownOnQuit);
 }
 
 // ---- Wallpaper and layout ---------------------------------------------------
 
-SettingsBox *Workspace::settings() const
-{
-    return static_cast<SettingsBox *>(m_settingsBox);
-}
 
 void Workspace::applyWallpaper()
 {
     // Drawn again from the settings; the box shows the choice on its buttons.
-    settings()->applyWallpaper();
+    if (m_settingsBox)
+        m_settingsBox->applyWallpaper();
+    else
+        m_wallpaper->apply();
     update();
 }
 
@@ -951,9 +986,12 @@ void Workspace::layOut()
     const QSize box(std::min(work.width(), std::max(760, int(1040 * unit))),
                     std::min(h - 2 * clearance, std::max(480, int(600 * unit))));
     m_welcome->setBoxSize(box);
-    m_settingsBox->resize(box);
-    for (QWidget *menuBox : {m_settingsBox, static_cast<QWidget *>(m_welcome)})
-        menuBox->move(int(0 + w - menuBox->width()) / 2, int(0 + h - menuBox->height()) / 2);
+    if (m_settingsBox)
+        m_settingsBox->resize(box);
+    for (QWidget *menuBox : {static_cast<QWidget *>(m_settingsBox), static_cast<QWidget *>(m_welcome)}) {
+        if (menuBox)
+            menuBox->move(int(0 + w - menuBox->width()) / 2, int(0 + h - menuBox->height()) / 2);
+    }
 
     // The side bars at the two edges, the document between them.
     const int barWidth = std::max(210, int(250 * unit));

@@ -102,7 +102,8 @@ public:
 
     TouchButton *Channels(int index) const;
     WelcomeBox *welcomeBox() const { return m_welcome; }
-    QWidget *settingsBox() const { return m_settingsBox; }
+    // Built on first use, or once the window shows.
+    QWidget *settingsBox();
     SideMenuBar *SideMenuBars(int index) const;
     TouchPanel *InfoBar() const { return m_infoBar; }
     QLabel *InfoBarTopic() const { return m_infoTopic; }
@@ -119,6 +120,7 @@ public:
     qint16 soundSuppressFor(const QString &arrayName, int index) const;
     // Gives every touch control of every window its skin sound.
     void applySkinSounds();
+    void applySkinSounds(QList<QWidget *> roots);
 
     // The yes/no question; QuestionBox unless replaced.
     void setQuestionRoutine(QuestionRoutine routine) { m_ask = std::move(routine); }
@@ -140,9 +142,8 @@ private:
     void fitHint();
     QAction *addNoPrinterEntry();
     void rebuildPrinterMenu();
-    QWidget *buildSettingsBox();
-    SettingsBox *settings() const;
-    void connectHints();
+    SettingsBox *settings();
+    void connectHints(QWidget *root);
     void say(const QString &line);
     // Runs the job once the window's first picture is on the screen (at
     // once after that).
@@ -175,7 +176,8 @@ private:
     QList<TouchButton *> m_channels;
     WelcomeBox *m_welcome = nullptr;
     std::unique_ptr<Wallpaper> m_wallpaper;
-    QWidget *m_settingsBox = nullptr;
+    SettingsBox *m_settingsBox = nullptr;
+    bool m_reloaded = false;
     SideMenuBar *m_documentBar = nullptr;
     SideMenuBar *m_formatBar = nullptr;
     TouchPanel *m_infoBar = nullptr;

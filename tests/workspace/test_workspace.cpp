@@ -200,6 +200,13 @@ void WorkspaceTest::startOpensTheWelcomeBoxAndViewsSwitch()
     click(settings->button(SettingsBox::ShutdownButton));
     QVERIFY(!w->Channels(1)->isVisible());
     QVERIFY(w->Channels(2)->isVisible());
+    // Its buttons sound and explain themselves like every other button.
+    QVERIFY(settings->button(SettingsBox::RandomButton)->soundFile().endsWith(QStringLiteral("/SKIN/2.WAV")));
+    Globals::HowToOn = true;
+    emit settings->button(SettingsBox::RandomButton)->pointerEntered();
+    QCOMPARE(w->InfoBarTopic()->text(), QStringLiteral("ランダム"));
+    QCOMPARE(w->InfoBarContent()->text(), QStringLiteral("クリックすると、背景は任意に更新されるようになります。"));
+    Globals::HowToOn = false;
     click(settings->button(SettingsBox::CloseButton));
     QVERIFY(!w->settingsBox()->isVisible());
     QVERIFY(welcome->isVisible());
