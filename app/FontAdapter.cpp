@@ -110,9 +110,13 @@ void FontAdapter::adapt(QWidget *object)
 
 void FontAdapter::adaptAll()
 {
-    for (QWidget *window : QApplication::topLevelWidgets()) {
-        adapt(window);
-        for (QWidget *control : window->findChildren<QWidget *>())
-            adapt(control);
-    }
+    for (QWidget *window : QApplication::topLevelWidgets())
+        adaptTree(window);
+}
+
+void FontAdapter::adaptTree(QWidget *root)
+{
+    adapt(root);
+    for (QWidget *control : root->findChildren<QWidget *>())
+        adapt(control);
 }

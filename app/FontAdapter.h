@@ -38,6 +38,8 @@ public:
     static void adaptAll();
     // Adapts one widget's own font.
     static void adapt(QWidget *object);
+    // Adapts a widget and every control on it.
+    static void adaptTree(QWidget *root);
 
     // The rules themselves, on a plain value.
     static void adaptFont(InterfaceFont &font, const Faces &faces, float scale);

@@ -309,11 +309,7 @@ SettingsBox *Workspace::settings()
     // What the window did for its other controls when it loaded and reloaded.
     connectHints(box);
     if (m_reloaded) {
-        ErrorTrap::run("Workspace: settings box fonts", [box] {
-            FontAdapter::adapt(box);
-            for (QWidget *control : box->findChildren<QWidget *>())
-                FontAdapter::adapt(control);
-        });
+        ErrorTrap::run("Workspace: settings box fonts", [box] { FontAdapter::adaptTree(box); });
         applySkinSounds({box});
     }
     box->pressWallpaperButton(m_wallpaper->pressedButton());
