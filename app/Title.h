@@ -16,8 +16,6 @@ public:
     // The splash picture from `path`, or drawn afresh when that file is
     // missing or not the picture's size.
     static QPixmap picture(const QString &path);
-    // An uncompressed 24- or 32-bit BMP file; a null image for anything else.
-    static QImage readPlainBitmap(const QString &path);
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -1,6 +1,7 @@
 #include "workspace/Wallpaper.h"
 
 #include "app/Globals.h"
+#include "platform/PlainBitmap.h"
 #include "platform/RuntimeLog.h"
 #include "platform/vb/VbDatePart.h"
 #include "platform/vb/VbLike.h"
@@ -199,12 +200,19 @@ void Wallpaper::readAhead(const QSize &areaSize)
 Wallpaper::Decoded Wallpaper::decode(const QString &path, bool stretched, const QSize &areaSize)
 {
     Decoded result;
-    QImageReader reader(path);
-    reader.setAutoTransform(true);
-    result.picture = reader.read();
+    // The usual wallpaper is a plain bitmap, read without Qt's image
+    // plug-ins; other bitmaps (with a palette, compressed) and other kinds
+    // of picture go to Qt's reader.
+    if (PlainBitmap::isBitmapName(path))
+        result.picture = PlainBitmap::read(path);
     if (result.picture.isNull()) {
-        result.error = reader.errorString();
-        return result;
+        QImageReader reader(path);
+        reader.setAutoTransform(true);
+        result.picture = reader.read();
+        if (result.picture.isNull()) {
+            result.error = reader.errorString();
+            return result;
+        }
     }
     // In the form the screen is painted in, so that painting copies and
     // never converts.

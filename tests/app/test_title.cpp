@@ -45,34 +45,17 @@ private slots:
         QCOMPARE(Title::picture(path).toImage().convertToFormat(QImage::Format_RGB32), drawn);
     }
 
-    // The splash's own bitmap reader takes what it knows and refuses the rest,
-    // so that a damaged or foreign file only means the picture is drawn.
-    void plainBitmapReader()
+    // A damaged or foreign file only means the picture is drawn.
+    void damagedPictureIsDrawn()
     {
         QTemporaryDir folder;
-        QImage small(7, 3, QImage::Format_RGB32);
-        for (int y = 0; y < small.height(); ++y)
-            for (int x = 0; x < small.width(); ++x)
-                small.setPixel(x, y, qRgb(x * 30, y * 80, 200 - x * 10));
-        const QString plain = folder.filePath(QStringLiteral("plain.bmp"));
-        QVERIFY(small.save(plain, "BMP"));
-        QCOMPARE(Title::readPlainBitmap(plain), small);
-
-        QFile whole(plain);
-        QVERIFY(whole.open(QIODevice::ReadOnly));
-        const QByteArray bytes = whole.readAll();
-        const QString cut = folder.filePath(QStringLiteral("cut.bmp"));
-        QFile truncated(cut);
-        QVERIFY(truncated.open(QIODevice::WriteOnly));
-        truncated.write(bytes.left(bytes.size() - 10));
-        truncated.close();
-        QVERIFY(Title::readPlainBitmap(cut).isNull());
-        QVERIFY(Title::readPlainBitmap(folder.filePath(QStringLiteral("missing.bmp"))).isNull());
-        const QString png = folder.filePath(QStringLiteral("picture.bmp"));
-        QVERIFY(small.save(png, "PNG"));
-        QVERIFY(Title::readPlainBitmap(png).isNull());
-        // Whatever the file, the splash still has its picture.
+        const QString cut = folder.filePath(QStringLiteral("TITLE.BMP"));
+        QFile file(cut);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("BM\x10\x00");
+        file.close();
         QCOMPARE(Title::picture(cut).size(), TitleArtwork::size());
+        QCOMPARE(Title::picture(folder.filePath(QStringLiteral("missing.bmp"))).size(), TitleArtwork::size());
     }
 };
 

@@ -212,6 +212,16 @@ private slots:
         setWallpaper(0, QStringLiteral(".\\.."), QStringLiteral("WELCOME.BMP"));
         m_wallpaper.apply();
         QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Natural);
+        // A bitmap with a palette is read too, by the general reader.
+        QImage indexed(30, 20, QImage::Format_Indexed8);
+        indexed.setColorTable({Welcome.rgb()});
+        indexed.fill(0);
+        QVERIFY(indexed.save(m_cg + QStringLiteral("/INDEXED.BMP"), "BMP"));
+        setWallpaper(0, QStringLiteral("."), QStringLiteral("INDEXED.BMP"));
+        m_wallpaper.apply();
+        QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Natural);
+        QCOMPARE(painted(m_wallpaper).pixelColor(29, 19), Welcome);
+        QVERIFY(QFile::remove(m_cg + QStringLiteral("/INDEXED.BMP")));
     }
 
     void themeIsStretchedOverTheWholeArea()
