@@ -1,5 +1,6 @@
 #include "app/MyApp.h"
 #include "app/ControlScaler.h"
+#include "app/FontWarmUp.h"
 #include "app/Globals.h"
 #include "app/SettingsStore.h"
 #include "app/Title.h"
@@ -8,6 +9,7 @@
 #include "platform/InstanceGuard.h"
 #include "platform/RuntimeLog.h"
 #include "platform/TerminationWatcher.h"
+#include "platform/touch/TouchTheme.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
 #include "workspace/Workspace.h"
@@ -18,6 +20,7 @@
 #include <QLoggingCategory>
 #include <QCoreApplication>
 #include <QPointer>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QWindow>
 
@@ -98,9 +101,17 @@ int MyApp::Main(int argc, char **argv)
     }
 
     startClock.start();
+    FontWarmUp fonts;
     QApplication application(argc, argv);
+    fonts.applicationStarted();
+    const auto fontsDone = qScopeGuard([&fonts] { fonts.finish(); });
     QApplication::setApplicationName(QString::fromLatin1(SettingsStore::ApplicationName));
     QApplication::setOverrideCursor(Qt::WaitCursor);
+    // Whatever shows text without a font of its own shows it in Japanese
+    // faces, not in a Latin face that has to borrow every Japanese glyph.
+    QFont interfaceFont = QApplication::font();
+    interfaceFont.setFamilies(TouchTheme::faces());
+    QApplication::setFont(interfaceFont);
 
     // The session may end while the windows still load; the request is kept
     // until there is a window to close the orderly way.

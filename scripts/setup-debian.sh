@@ -7,7 +7,7 @@ packages=(
   # build
   cmake g++ make pkg-config ninja-build clang libclang-rt-14-dev
   qt6-base-dev qt6-base-private-dev qt6-base-dev-tools qt6-tools-dev qt6-tools-dev-tools
-  qt6-multimedia-dev libqt6svg6-dev libgl-dev libicu-dev zlib1g-dev libxcb1-dev libbenchmark-dev
+  qt6-multimedia-dev libqt6svg6-dev libgl-dev libicu-dev zlib1g-dev libxcb1-dev libfontconfig-dev libbenchmark-dev
   qt6-documentation-tools qt6-qpa-plugins qt6-wayland
   # a display, a session bus and accessibility for tests and headless runs
   xvfb xauth x11-utils xdotool dbus dbus-x11 at-spi2-core python3-pyatspi python3-dogtail python3-xlib

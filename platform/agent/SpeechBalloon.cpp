@@ -1,5 +1,6 @@
 #include "platform/agent/SpeechBalloon.h"
 #include "platform/DesktopCompositing.h"
+#include "platform/touch/TouchTheme.h"
 
 #include <QFontMetrics>
 #include <QGuiApplication>
@@ -20,7 +21,7 @@ constexpr int Radius = 24;
 QFont balloonFont()
 {
     QFont font;
-    font.setFamilies({QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAexGothic"), QStringLiteral("IPAGothic")});
+    font.setFamilies(TouchTheme::faces());
     font.setPixelSize(FontPixels);
     font.setWeight(QFont::Medium);
     return font;

@@ -40,10 +40,19 @@ QColor TouchTheme::shadow(int alpha)
     return QColor(0x5A, 0x3A, 0x1A, alpha);
 }
 
+QStringList TouchTheme::faces()
+{
+    // IPAex Gothic first: a screen of large captions is shaped and drawn for
+    // the first time in about half the time it takes with Noto Sans CJK,
+    // whose collection of faces is three times the size.
+    return {QStringLiteral("IPAexGothic"), QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAGothic"),
+            QStringLiteral("Sans Serif")};
+}
+
 QFont TouchTheme::captionFont(int pixelSize)
 {
     QFont font;
-    font.setFamilies({QStringLiteral("Noto Sans CJK JP"), QStringLiteral("IPAexGothic"), QStringLiteral("Sans Serif")});
+    font.setFamilies(faces());
     font.setPixelSize(pixelSize);
     font.setWeight(QFont::Medium);
     font.setStyleStrategy(QFont::PreferAntialias);

@@ -2,6 +2,7 @@
 
 #include <QColor>
 #include <QFont>
+#include <QStringList>
 #include <QString>
 
 class QPainter;
@@ -36,6 +37,8 @@ public:
 
     // Japanese interface faces in pixel sizes, so that scaling a control by
     // a percentage scales its type with it.
+    // The Japanese faces of every caption, best first.
+    static QStringList faces();
     static QFont captionFont(int pixelSize = 24);
     static QFont titleFont(int pixelSize = 26);
     static int smallestPixelSize();
