@@ -4,6 +4,7 @@
 #include "app/Globals.h"
 #include "app/SettingsStore.h"
 #include "app/Title.h"
+#include "platform/BackingStoreWarmUp.h"
 #include "platform/ErrorTrap.h"
 #include "platform/HelpViewer.h"
 #include "platform/InstanceGuard.h"
@@ -58,6 +59,28 @@ protected:
         return false;
     }
 };
+
+// Paints a window just shown, at once. Until the display has put it on the
+// screen a repaint does nothing, and the news that it has is what paints it:
+// so this waits for that news (briefly: a display that never answers does
+// not hold start-up up), taking no input, no D-Bus call and no termination
+// signal meanwhile; those wait for the event loop.
+void paintAtOnce(QWidget *window)
+{
+    QWindow *handle = window->windowHandle();
+    if (!handle)
+        return;
+    if (handle->isExposed()) {
+        window->repaint();
+        return;
+    }
+    QElapsedTimer waited;
+    waited.start();
+    while (!handle->isExposed() && waited.elapsed() < 250)
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers
+                                            | QEventLoop::WaitForMoreEvents,
+                                        10);
+}
 
 } // namespace
 
@@ -128,6 +151,7 @@ int MyApp::Main(int argc, char **argv)
     step("Main: load settings", [] { SettingsStore::Load(); });
     RuntimeLog::start();
 
+    BackingStoreWarmUp windowBuffer;
     if (InstanceGuard::claim()) {
         Title *title = nullptr;
         step("Main: splash", [&] {
@@ -135,16 +159,25 @@ int MyApp::Main(int argc, char **argv)
             ControlScaler::scale(title, 0);
             title->raise();
             title->show();
-            title->repaint();
-            QCoreApplication::processEvents();
+            paintAtOnce(title);
         });
-        step("Main: load workspace", [&] { workspace = new Workspace; });
+        step("Main: load workspace", [&] {
+            workspace = new Workspace;
+            if (lcStartup().isDebugEnabled())
+                workspace->installEventFilter(new FirstPaintTracer(workspace));
+        });
         step("Main: splash above workspace", [&] {
             if (title && workspace) {
                 workspace->winId();
                 if (title->windowHandle() && workspace->windowHandle())
                     title->windowHandle()->setTransientParent(workspace->windowHandle());
                 title->show();
+            }
+            // The main window's picture buffer is made ready while the tool
+            // dialog loads and the display puts the window on the screen.
+            if (workspace) {
+                workspace->winId();
+                windowBuffer.start(workspace, workspace->screen()->geometry().size());
             }
         });
         step("Main: load tool dialog", [&] {
@@ -156,7 +189,9 @@ int MyApp::Main(int argc, char **argv)
             // window also takes the screen's whole area itself.
             workspace->setGeometry(workspace->screen()->geometry());
             workspace->showFullScreen();
-            workspace->repaint();
+            // Painted at once: its buttons show on their wallpaper while the
+            // lists load and the welcome box opens.
+            paintAtOnce(workspace);
             workspace->activateWindow();
             workspace->setFocus();
         });
@@ -179,7 +214,6 @@ int MyApp::Main(int argc, char **argv)
     if (terminationPending)
         QMetaObject::invokeMethod(workspace, [&] { workspace->closeWithMode(Workspace::SessionEnd); }, Qt::QueuedConnection);
     if (lcStartup().isDebugEnabled()) {
-        workspace->installEventFilter(new FirstPaintTracer(workspace));
         QMetaObject::invokeMethod(workspace, [] { qCDebug(lcStartup, "event loop at %lld ms", startClock.elapsed()); },
                                   Qt::QueuedConnection);
     }

@@ -1,7 +1,7 @@
 #include "workspace/Wallpaper.h"
+#include "platform/PlainBitmap.h"
 
 #include "app/Globals.h"
-#include "platform/PlainBitmap.h"
 #include "platform/RuntimeLog.h"
 #include "platform/vb/VbDatePart.h"
 #include "platform/vb/VbLike.h"
@@ -193,7 +193,15 @@ void Wallpaper::readAhead(const QSize &areaSize)
     if (type != 0 && type != 1)
         return;
     m_aheadPath = pictureFile();
+    m_aheadMode = type == 1 ? Mode::Stretched : Mode::Natural;
     m_ahead = std::async(std::launch::async, &Wallpaper::decode, m_aheadPath, type == 1, areaSize);
+}
+
+Wallpaper::Decoded *Wallpaper::readAheadPicture()
+{
+    if (m_ahead.valid())
+        m_aheadDone = m_ahead.get();
+    return m_aheadDone ? &*m_aheadDone : nullptr;
 }
 
 // Runs on any thread: it touches nothing but its arguments.
@@ -225,15 +233,13 @@ Wallpaper::Decoded Wallpaper::decode(const QString &path, bool stretched, const 
 
 bool Wallpaper::load(const QString &path, Mode mode)
 {
-    Decoded decoded;
-    if (m_ahead.valid() && m_aheadPath == path)
-        decoded = m_ahead.get();
-    else
-        decoded = decode(path, false, QSize());
+    const Decoded *ahead = m_aheadPath == path ? readAheadPicture() : nullptr;
+    const Decoded decoded = ahead ? *ahead : decode(path, false, QSize());
     // A picture read ahead serves the first apply() only.
     if (m_ahead.valid())
         m_ahead.wait();
     m_ahead = {};
+    m_aheadDone.reset();
     m_aheadPath.clear();
 
     if (decoded.picture.isNull()) {
@@ -257,34 +263,55 @@ void Wallpaper::clear()
     m_desktop = DesktopBackground();
 }
 
-bool Wallpaper::covers(const QRect &area) const
+bool Wallpaper::covers(const QRect &area)
 {
-    if (m_picture.isNull() || m_picture.hasAlphaChannel())
+    if (m_mode == Mode::Nothing) {
+        const Decoded *ahead = readAheadPicture();
+        return ahead && covers(ahead->picture, m_aheadMode, area);
+    }
+    return covers(m_picture, m_mode, area);
+}
+
+bool Wallpaper::covers(const QImage &picture, Mode mode, const QRect &area)
+{
+    if (picture.isNull() || picture.hasAlphaChannel())
         return false;
-    if (m_mode == Mode::Stretched)
+    if (mode == Mode::Stretched)
         return true;
-    return m_mode == Mode::Natural && m_picture.width() >= area.right() + 1 && m_picture.height() >= area.bottom() + 1;
+    return mode == Mode::Natural && picture.width() >= area.right() + 1 && picture.height() >= area.bottom() + 1;
 }
 
 void Wallpaper::paint(QPainter &painter, const QRect &area)
 {
     switch (m_mode) {
     case Mode::Nothing:
+        // Until the settings are applied for the first time, the picture
+        // read ahead for them stands in: a window painted before that
+        // already shows the wallpaper it is about to get.
+        if (Decoded *ahead = readAheadPicture(); ahead && !ahead->picture.isNull())
+            paint(painter, area, ahead->picture, ahead->shown, m_aheadMode);
         return;
     case Mode::Desktop:
         m_desktop.paint(painter, area);
         return;
     case Mode::Natural:
-        painter.save();
-        painter.setClipRect(area);
-        painter.drawImage(area.topLeft(), m_picture);
-        painter.restore();
-        return;
     case Mode::Stretched:
-        // Scaling is slow; repaints of the same area reuse the scaled picture.
-        if (m_shown.size() != area.size())
-            m_shown = m_picture.scaled(area.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
-        painter.drawImage(area.topLeft(), m_shown);
+        paint(painter, area, m_picture, m_shown, m_mode);
         return;
     }
+}
+
+void Wallpaper::paint(QPainter &painter, const QRect &area, const QImage &picture, QImage &shown, Mode mode)
+{
+    if (mode == Mode::Natural) {
+        painter.save();
+        painter.setClipRect(area);
+        painter.drawImage(area.topLeft(), picture);
+        painter.restore();
+        return;
+    }
+    // Scaling is slow; repaints of the same area reuse the scaled picture.
+    if (shown.size() != area.size())
+        shown = picture.scaled(area.size(), Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    painter.drawImage(area.topLeft(), shown);
 }

@@ -9,6 +9,7 @@
 #include <QStringList>
 
 #include <future>
+#include <optional>
 
 class QPainter;
 class QRect;
@@ -36,8 +37,9 @@ public:
 
     // Starts decoding, on another thread, the picture the settings globals
     // name now, made ready for an area of `areaSize`, so that apply() finds
-    // it done. Only the fixed choices (types 0 and 1) are read ahead: the
-    // rotating ones draw random numbers, and drawing twice changes the pick.
+    // it done; until then paint() shows it. Only the fixed choices (types 0
+    // and 1) are read ahead: the rotating ones draw random numbers, and
+    // drawing twice changes the pick.
     void readAhead(const QSize &areaSize);
 
     // Chooses and loads the picture for today from the settings globals.
@@ -49,7 +51,7 @@ public:
     void paint(QPainter &painter, const QRect &area);
 
     // True when paint() fills every pixel of `area` with opaque picture.
-    bool covers(const QRect &area) const;
+    bool covers(const QRect &area);
 
     Mode mode() const { return m_mode; }
     bool isDesktop() const { return m_mode == Mode::Desktop; }
@@ -102,7 +104,13 @@ private:
         QString error;
     };
     static Decoded decode(const QString &path, bool stretched, const QSize &areaSize);
+    // The picture read ahead, waited for if need be; null when there is none.
+    Decoded *readAheadPicture();
+    static bool covers(const QImage &picture, Mode mode, const QRect &area);
+    static void paint(QPainter &painter, const QRect &area, const QImage &picture, QImage &shown, Mode mode);
     QString m_aheadPath;
+    Mode m_aheadMode = Mode::Nothing;
     std::future<Decoded> m_ahead;
+    std::optional<Decoded> m_aheadDone;
     DesktopBackground m_desktop;
 };

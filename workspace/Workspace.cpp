@@ -930,8 +930,10 @@ void Workspace::paintEvent(QPaintEvent *)
     }
     // A picture, or with type 6 the desktop's own background, over it.
     ErrorTrap::run("Workspace::Paint", [&] { m_wallpaper->paint(painter, rect()); });
-    // What waits for the first picture starts once it is on the screen.
-    if (!m_pictureShown)
+    // What waits for the first picture starts once it is on the screen: the
+    // first screen in full, after Start has opened the welcome box. Start-up
+    // paints the window once before that, with its buttons only.
+    if (!m_pictureShown && m_started)
         QMetaObject::invokeMethod(this, &Workspace::firstPictureShown, Qt::QueuedConnection);
 }
 

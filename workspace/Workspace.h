@@ -96,8 +96,8 @@ public:
     QString currentPath() const { return m_path; }
 
     bool calculatorFlag() const { return m_calculator; }
-    // True until the window's first picture is on the screen: the character
-    // and the music wait for it.
+    // True until the window's first full picture (after Start) is on the
+    // screen: the character and the music wait for it.
     bool waitingForFirstPicture() const { return !m_pictureShown; }
 
     TouchButton *Channels(int index) const;
@@ -145,8 +145,8 @@ private:
     SettingsBox *settings();
     void connectHints(QWidget *root);
     void say(const QString &line);
-    // Runs the job once the window's first picture is on the screen (at
-    // once after that).
+    // Runs the job once the window's first full picture is on the screen
+    // (at once after that).
     void whenPictureShown(std::function<void()> job);
     void firstPictureShown();
     void sayWhenGraphic(const QString &line);

@@ -244,6 +244,45 @@ private slots:
         QVERIFY(QFile::remove(png));
     }
 
+    // The picture read ahead while the window loads is painted before the
+    // settings are first applied (the window's first picture already has its
+    // wallpaper), and the first apply takes it as it is.
+    void pictureReadAheadStandsInUntilApplied()
+    {
+        const QString theme = m_cg + QLatin1Char('/') + Wallpaper::themeFile(2);
+        const QString aside = theme + QStringLiteral(".aside");
+        for (const bool stretched : {true, false}) {
+            Wallpaper wallpaper;
+            wallpaper.setPictureFolder(m_cg);
+            if (stretched)
+                setWallpaper(1, QStringLiteral("."), Wallpaper::themeFile(2));
+            else
+                setWallpaper(0, QStringLiteral(".."), QStringLiteral("WELCOME.BMP"));
+            wallpaper.readAhead(QSize(320, 180));
+            QCOMPARE(wallpaper.mode(), Wallpaper::Mode::Nothing);
+            const QImage early = painted(wallpaper);
+            QCOMPARE(wallpaper.covers(QRect(0, 0, 320, 180)), stretched);
+            if (stretched) {
+                QCOMPARE(early.pixelColor(0, 0), QColor(80, 175, 128));
+                QCOMPARE(early.pixelColor(319, 179), QColor(80, 175, 128));
+                // Gone from the folder now, the file is not read again.
+                QVERIFY(QFile::rename(theme, aside));
+            } else {
+                QCOMPARE(early.pixelColor(99, 49), Welcome);
+                QCOMPARE(early.pixelColor(100, 10), Background);
+            }
+            wallpaper.apply();
+            QCOMPARE(wallpaper.mode(), stretched ? Wallpaper::Mode::Stretched : Wallpaper::Mode::Natural);
+            QCOMPARE(painted(wallpaper), early);
+            if (stretched)
+                QVERIFY(QFile::rename(aside, theme));
+        }
+        // Without a picture read ahead, nothing stands in.
+        Wallpaper wallpaper;
+        QVERIFY(!wallpaper.covers(QRect(0, 0, 320, 180)));
+        QCOMPARE(painted(wallpaper).pixelColor(5, 5), Background);
+    }
+
     void desktopTypeTurnsPersistentDrawingOffUntilAnotherTypeIsChosen()
     {
         m_wallpaper.apply();

@@ -839,6 +839,7 @@ void WorkspaceTest::fontLinkGuard()
         Workspace window;
         window.resize(1024, 768);
         window.show();
+        window.Start();
         QTRY_VERIFY(!window.waitingForFirstPicture());
         QCOMPARE(SettingsStore::Runtime(), true);
         // Linked now, or left as the last run left it (not linked here).
