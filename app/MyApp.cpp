@@ -173,18 +173,17 @@ int MyApp::Main(int argc, char **argv)
                 workspace->installEventFilter(new FirstPaintTracer(workspace));
         });
         step("Main: splash above workspace", [&] {
-            if (title && workspace) {
-                workspace->winId();
+            if (!workspace)
+                return;
+            workspace->winId();
+            if (title) {
                 if (title->windowHandle() && workspace->windowHandle())
                     title->windowHandle()->setTransientParent(workspace->windowHandle());
                 title->show();
             }
             // The main window's picture buffer is made ready while the tool
             // dialog loads and the display puts the window on the screen.
-            if (workspace) {
-                workspace->winId();
-                windowBuffer.start(workspace, workspace->screen()->geometry().size());
-            }
+            windowBuffer.start(workspace, workspace->screen()->geometry().size());
         });
         step("Main: load tool dialog", [&] {
             workspace->setInfoDlg(new InfoDlg(workspace));

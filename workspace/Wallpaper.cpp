@@ -1,7 +1,7 @@
 #include "workspace/Wallpaper.h"
-#include "platform/PlainBitmap.h"
 
 #include "app/Globals.h"
+#include "platform/PlainBitmap.h"
 #include "platform/RuntimeLog.h"
 #include "platform/vb/VbDatePart.h"
 #include "platform/vb/VbLike.h"
