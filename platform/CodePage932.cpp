@@ -19,8 +19,18 @@ UConverter *converter()
     thread_local Converter instance = [] {
         UErrorCode status = U_ZERO_ERROR;
         Converter made(ucnv_open("windows-31j", &status));
-        if (U_FAILURE(status))
+        if (U_FAILURE(status)) {
+            status = U_ZERO_ERROR;
             made.reset(ucnv_open("ibm-943_P15A-2003", &status));
+        }
+        // "?" stands for a character the code page lacks. Set once here,
+        // because setting it also changes what a bad byte reads as (U+FFFD
+        // instead of the control code 0x1A): the same bytes must always give
+        // the same text, whatever was written before.
+        if (made) {
+            status = U_ZERO_ERROR;
+            ucnv_setSubstChars(made.get(), "?", 1, &status);
+        }
         return made;
     }();
     return instance.get();
@@ -44,7 +54,6 @@ QByteArray CodePage932::encodeWithIcu(QStringView text, bool *ok)
     ucnv_reset(cnv);
     UErrorCode status = U_ZERO_ERROR;
     ucnv_setFromUCallBack(cnv, UCNV_FROM_U_CALLBACK_SUBSTITUTE, nullptr, nullptr, nullptr, &status);
-    ucnv_setSubstChars(cnv, "?", 1, &status);
 
     // Each UTF-16 unit gives at most two bytes.
     QByteArray out(text.size() * 2 + 4, Qt::Uninitialized);

@@ -2,6 +2,8 @@
 
 #include <QTest>
 
+#include <thread>
+
 // Microsoft's code page 932, not plain Shift_JIS.
 class CodePage932Test : public QObject
 {
@@ -72,6 +74,26 @@ private slots:
         for (int i = 0; i < garbage.size(); ++i)
             garbage[i] = char((i * 7919) & 0xff);
         QVERIFY(!CodePage932::decode(garbage).isEmpty());
+    }
+
+    // Each thread has a converter of its own, so a new thread shows what a
+    // fresh one does: bad bytes read the same before and after the first
+    // encoding, which used to switch them from 0x1A to U+FFFD.
+    void badBytesReadTheSameWhateverCameBefore()
+    {
+        const QByteArray bad("A\xff\x80\xa0" "B", 5);
+        const QString expected = QStringLiteral("A\uFFFD\uFFFD\uFFFDB");
+        QString first;
+        QString second;
+        std::thread fresh([&] {
+            first = CodePage932::decode(bad);
+            CodePage932::encode(QString::fromUtf8("あ"));
+            second = CodePage932::decode(bad);
+        });
+        fresh.join();
+        QCOMPARE(first, expected);
+        QCOMPARE(second, expected);
+        QCOMPARE(CodePage932::decode(bad), expected);
     }
 
     void leadBytes()
