@@ -8,10 +8,10 @@
 #include "documents/WordProcessor.h"
 #include "platform/PrinterDevice.h"
 #include "support/AppletTestHost.h"
+#include "support/PdfReadBack.h"
 #include "tools/Printing.h"
 
 #include <QPrinter>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTextCursor>
@@ -25,34 +25,15 @@ namespace {
 
 constexpr double pointsPerCm = 72 / 2.54;
 
-// One word of pdftotext -bbox output, its box in centimetres from the sheet's
-// top-left corner. The text is NFKC-folded: some faces name a kanji by its
-// radical form (文 as ⽂) in the PDF's text layer.
-struct Word
-{
-    QString text;
-    QRectF box;
-};
+using Word = PdfReadBack::Word;
 
+// The words of a page NFKC-folded: some faces name a kanji by its radical
+// form (文 as ⽂) in the PDF's text layer.
 QList<Word> wordsOf(const QString &pdf, int page)
 {
-    QProcess process;
-    process.start(QStringLiteral("pdftotext"),
-                  { QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
-                    QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-") });
-    if (!process.waitForFinished(30000) || process.exitCode() != 0)
-        return {};
-    static const QRegularExpression word(QStringLiteral(
-        R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re"));
     QList<Word> words;
-    const QString html = QString::fromUtf8(process.readAllStandardOutput());
-    for (auto it = word.globalMatch(html); it.hasNext();) {
-        const auto m = it.next();
-        const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
-        const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
-        words.append({ m.captured(5).normalized(QString::NormalizationForm_KC),
-                       QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
-    }
+    for (const PdfReadBack::Word &word : PdfReadBack::words(pdf, page))
+        words.append({ word.text.normalized(QString::NormalizationForm_KC), word.box });
     return words;
 }
 
@@ -65,22 +46,6 @@ QRectF boxOf(const QList<Word> &words, const QString &text)
             found = found.isNull() ? word.box : found.united(word.box);
     }
     return found;
-}
-
-QString pdfInfo(const QString &pdf)
-{
-    QProcess info;
-    info.start(QStringLiteral("pdfinfo"), { pdf });
-    if (!info.waitForFinished(30000))
-        return {};
-    return QString::fromUtf8(info.readAllStandardOutput());
-}
-
-int pageCountOf(const QString &pdf)
-{
-    static const QRegularExpression pages(QStringLiteral("Pages:\\s+(\\d+)"));
-    const auto match = pages.match(pdfInfo(pdf));
-    return match.hasMatch() ? match.captured(1).toInt() : -1;
 }
 
 const QString leftText = QStringLiteral("左寄せの段落です");
@@ -196,8 +161,8 @@ void TestPrintout::theBoxTextLandsWhereTheBoxLiesWithItsAlignmentAndSizes()
     writeSampleText();
     const QString pdf = printToPdf(QStringLiteral("a4.pdf"));
     QVERIFY(!pdf.isEmpty());
-    QCOMPARE(pageCountOf(pdf), 1);
-    QVERIFY(pdfInfo(pdf).contains(QRegularExpression(QStringLiteral("Page size:\\s+595(\\.\\d+)? x 842"))));
+    QCOMPARE(PdfReadBack::pageCount(pdf), 1);
+    QVERIFY(PdfReadBack::info(pdf).contains(QRegularExpression(QStringLiteral("Page size:\\s+595(\\.\\d+)? x 842"))));
 
     const QList<Word> words = wordsOf(pdf, 1);
     const QRectF left = boxOf(words, leftText);
@@ -237,7 +202,7 @@ void TestPrintout::textLongerThanTheBoxGoesOnToTheNextSheet()
 
     const QString pdf = printToPdf(QStringLiteral("overflow.pdf"));
     QVERIFY(!pdf.isEmpty());
-    QCOMPARE(pageCountOf(pdf), 2);
+    QCOMPARE(PdfReadBack::pageCount(pdf), 2);
 
     static const QRegularExpression number(QStringLiteral("第(\\d+)行"));
     auto linesOf = [](const QList<Word> &words) {
@@ -289,7 +254,7 @@ void TestPrintout::eachBoxKeepsItsRectangleAndOnlyOverflowFillsTheNextSheet()
 
     const QString pdf = printToPdf(QStringLiteral("two-boxes.pdf"));
     QVERIFY(!pdf.isEmpty());
-    QCOMPARE(pageCountOf(pdf), 2);
+    QCOMPARE(PdfReadBack::pageCount(pdf), 2);
     const QList<Word> firstWords = wordsOf(pdf, 1);
     const QList<Word> secondWords = wordsOf(pdf, 2);
     // The second box is centred in its own rectangle, 4 to 14 cm, below 12 cm.
@@ -324,7 +289,7 @@ void TestPrintout::theDocumentsPaperCodesShapeTheSheet()
     QCOMPARE(m_host->printing()->printer()->paperSize(), 13);
     QCOMPARE(m_host->printing()->printer()->zoom(), 150);
     // JIS B5 is 182 x 257 mm.
-    const QString info = pdfInfo(pdf);
+    const QString info = PdfReadBack::info(pdf);
     QVERIFY2(info.contains(QRegularExpression(QStringLiteral("Page size:\\s+51[56](\\.\\d+)? x 72[89]"))), qPrintable(info));
 
     // A layout made for A4 shrinks to 86 % on B5: place, size and letters.
@@ -358,7 +323,7 @@ void TestPrintout::onlyTheWordProcessorPrints()
     QCOMPARE(m_applet->Printout(), true);
     QCOMPARE(beeps, 1);
     // An empty document still gives its one sheet, and no blank one after it.
-    QCOMPARE(pageCountOf(file), 1);
+    QCOMPARE(PdfReadBack::pageCount(file), 1);
 }
 
 void TestPrintout::withoutAnyPrinterNothingIsPrinted()

@@ -9,6 +9,7 @@
 #include "platform/PrinterList.h"
 #include "support/AppletTestHost.h"
 #include "support/CupsSession.h"
+#include "support/PdfReadBack.h"
 #include "tools/Printing.h"
 
 #include <QTextCursor>
@@ -59,7 +60,7 @@ private slots:
         QVERIFY(m_cups.jobs(QStringLiteral("not-completed")).isEmpty());
         QCOMPARE(m_cups.jobs(QStringLiteral("completed")).size(), 1);
         QCOMPARE(pdfs.size(), 1);
-        QCOMPARE(CupsSession::pageCount(pdfs.first()), 2);
+        QCOMPARE(PdfReadBack::pageCount(pdfs.first()), 2);
     }
 };
 

@@ -76,14 +76,3 @@ QStringList CupsSession::waitForPdfs(int timeoutMs) const
         pdfs.append(output.filePath(name));
     return pdfs;
 }
-
-int CupsSession::pageCount(const QString &pdf)
-{
-    QProcess info;
-    info.start(QStringLiteral("pdfinfo"), { pdf });
-    if (!info.waitForFinished(30000) || info.exitCode() != 0)
-        return -1;
-    static const QRegularExpression pages(QStringLiteral("^Pages:\\s+(\\d+)$"), QRegularExpression::MultilineOption);
-    const auto match = pages.match(QString::fromUtf8(info.readAllStandardOutput()));
-    return match.hasMatch() ? match.captured(1).toInt() : -1;
-}

@@ -29,8 +29,6 @@ public:
     QStringList jobs(const QString &which) const;
     // Waits until the queue is empty and returns the PDFs written so far.
     QStringList waitForPdfs(int timeoutMs = 60000) const;
-    // The page count pdfinfo reads from a PDF, -1 when it cannot read it.
-    static int pageCount(const QString &pdf);
 
 private:
     QTemporaryDir m_folder;

@@ -4,6 +4,7 @@
 #include "platform/FontSubstitution.h"
 #include "platform/PrinterDevice.h"
 #include "platform/vb/VbError.h"
+#include "support/PdfReadBack.h"
 #include "tools/Printing.h"
 
 #include <QFontMetricsF>
@@ -19,36 +20,7 @@
 
 namespace {
 
-constexpr double pointsPerCm = 72 / 2.54;
-
-// One word of pdftotext -bbox output, its box in centimetres from the top-left
-// corner of the sheet.
-struct Word
-{
-    QString text;
-    QRectF box;
-};
-
-QList<Word> wordsOf(const QString &pdf, int page = 1)
-{
-    QProcess process;
-    process.start(QStringLiteral("pdftotext"),
-                  { QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
-                    QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-") });
-    if (!process.waitForFinished(30000) || process.exitCode() != 0)
-        return {};
-    const QString html = QString::fromUtf8(process.readAllStandardOutput());
-    static const QRegularExpression word(QStringLiteral(
-        R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re"));
-    QList<Word> words;
-    for (auto it = word.globalMatch(html); it.hasNext();) {
-        const auto m = it.next();
-        const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
-        const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
-        words.append({ m.captured(5), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
-    }
-    return words;
-}
+using Word = PdfReadBack::Word;
 
 // Whether a word read back is the text that was printed. The faces draw some
 // kanji and their radical forms (文 and ⽂) with one glyph, and the PDF's text
@@ -438,7 +410,7 @@ private slots:
         printing->EndDoc();
 
         // Sheet coordinates: 1 cm of unprintable strip before the scale.
-        const QList<Word> words = wordsOf(file);
+        const QList<Word> words = PdfReadBack::words(file);
         const double tolerance = 0.05;
         const auto near = [&](double actual, double expected) {
             if (qAbs(actual - expected) <= tolerance)
@@ -498,7 +470,7 @@ private slots:
             printing->Locate(-1, 3, false);
             printing->LPrint(Printing::AlignLeft, QStringLiteral("日本語の本文"), 2);
             printing->EndDoc();
-            boxes[i] = boxOf(wordsOf(file), QStringLiteral("日本語の本文"));
+            boxes[i] = boxOf(PdfReadBack::words(file), QStringLiteral("日本語の本文"));
             QVERIFY(!boxes[i].isNull());
         }
         QVERIFY(qAbs(boxes[1].width() / boxes[0].width() - 0.86) < 0.01);
@@ -554,12 +526,8 @@ private slots:
             printing->NewPage();
         }
         printing->EndDoc();
-        QProcess info;
-        info.start(QStringLiteral("pdfinfo"), { file });
-        QVERIFY(info.waitForFinished(30000));
-        QVERIFY(QString::fromUtf8(info.readAllStandardOutput())
-                    .contains(QRegularExpression(QStringLiteral("Pages:\\s+3\\n"))));
-        QCOMPARE(boxOf(wordsOf(file, 3), QStringLiteral("3ページ目")).isNull(), false);
+        QCOMPARE(PdfReadBack::pageCount(file), 3);
+        QCOMPARE(boxOf(PdfReadBack::words(file, 3), QStringLiteral("3ページ目")).isNull(), false);
     }
 };
 

@@ -1,0 +1,48 @@
+#include "support/PdfReadBack.h"
+
+#include <QProcess>
+#include <QRegularExpression>
+
+namespace {
+
+constexpr double pointsPerCm = 72 / 2.54;
+
+QString run(const QString &program, const QStringList &arguments)
+{
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished(30000) || process.exitCode() != 0)
+        return {};
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+} // namespace
+
+QList<PdfReadBack::Word> PdfReadBack::words(const QString &pdf, int page)
+{
+    const QString html = run(QStringLiteral("pdftotext"),
+                             { QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+                               QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-") });
+    static const QRegularExpression word(QStringLiteral(
+        R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re"));
+    QList<Word> found;
+    for (auto it = word.globalMatch(html); it.hasNext();) {
+        const auto m = it.next();
+        const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
+        const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
+        found.append({ m.captured(5), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
+    }
+    return found;
+}
+
+QString PdfReadBack::info(const QString &pdf)
+{
+    return run(QStringLiteral("pdfinfo"), { pdf });
+}
+
+int PdfReadBack::pageCount(const QString &pdf)
+{
+    static const QRegularExpression pages(QStringLiteral("^Pages:\\s+(\\d+)$"), QRegularExpression::MultilineOption);
+    const auto match = pages.match(info(pdf));
+    return match.hasMatch() ? match.captured(1).toInt() : -1;
+}
