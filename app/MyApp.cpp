@@ -69,8 +69,9 @@ private:
 // Paints a window just shown, at once. Until the display has put it on the
 // screen a repaint does nothing, and the news that it has is what paints it:
 // so this waits for that news (briefly: a display that never answers does
-// not hold start-up up), taking no input, no D-Bus call and no termination
-// signal meanwhile; those wait for the event loop.
+// not hold start-up up), taking no input meanwhile. Qt's GLib event loop
+// still hands over socket notifiers, the termination signal's among them,
+// whatever the flags say: Main keeps that request for later itself.
 void paintAtOnce(QWidget *window)
 {
     QWindow *handle = window->windowHandle();
@@ -142,13 +143,17 @@ int MyApp::Main(int argc, char **argv)
     interfaceFont.setFamilies(TouchTheme::faces());
     QApplication::setFont(interfaceFont);
 
-    // The session may end while the windows still load; the request is kept
-    // until there is a window to close the orderly way.
+    // The session may end while the windows still load. The request is kept
+    // until the program's own event loop runs, and acted on there: start-up
+    // waits in the event loop for its windows to be on the screen, and a
+    // close handled in that wait would come before anything could end the
+    // program.
     TerminationWatcher termination;
     bool terminationPending = false;
+    bool eventLoopRunning = false;
     QPointer<Workspace> workspace;
     QObject::connect(&termination, &TerminationWatcher::terminationRequested, &application, [&] {
-        if (workspace)
+        if (workspace && eventLoopRunning)
             workspace->closeWithMode(Workspace::SessionEnd);
         else
             terminationPending = true;
@@ -157,6 +162,7 @@ int MyApp::Main(int argc, char **argv)
     step("Main: load settings", [] { SettingsStore::Load(); });
     RuntimeLog::start();
 
+    bool unloaded = false;
     BackingStoreWarmUp windowBuffer;
     if (InstanceGuard::claim()) {
         Title *title = nullptr;
@@ -169,6 +175,7 @@ int MyApp::Main(int argc, char **argv)
         });
         step("Main: load workspace", [&] {
             workspace = new Workspace;
+            QObject::connect(workspace, &Workspace::unloaded, &application, [&] { unloaded = true; });
             if (lcStartup().isDebugEnabled())
                 workspace->installEventFilter(new FirstPaintTracer(workspace));
         });
@@ -214,8 +221,14 @@ int MyApp::Main(int argc, char **argv)
     if (!workspace)
         return 0;
     step("Main: start", [&] { workspace->Start(); });
-    // The program ends with its last window.
+    // The program ends with its last window, even one closed before the
+    // event loop ran, when there was no loop yet to quit.
+    if (unloaded) {
+        delete workspace;
+        return 0;
+    }
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    eventLoopRunning = true;
     if (terminationPending)
         QMetaObject::invokeMethod(workspace, [&] { workspace->closeWithMode(Workspace::SessionEnd); }, Qt::QueuedConnection);
     if (lcStartup().isDebugEnabled()) {

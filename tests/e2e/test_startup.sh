@@ -64,6 +64,30 @@ check "closing saves the defaults" grep -q '^Music=True$' "$settings"
 check "closing records the program folder" grep -qF "Path=$LANTERN_PROGRAM_DIR" "$settings"
 check "with \"Shutdown\" off the start-up link is gone" test ! -e "$entry"
 
+# The session may end at any moment of the start, here from the splash on:
+# the program still closes the orderly way (settings saved, status 0) and
+# ends, however far it had come.
+for delay in 0 0.03 0.06 0.1 0.15 0.2 0.3; do
+  rm -f "$settings"
+  "$program" 2>>"$LANTERN_TEST_ROOT/stderr.log" &
+  pid=$!
+  deadline=$(( $(date +%s) + 20 ))
+  until xdotool search --onlyvisible --name '^Lantern$' >/dev/null 2>&1; do
+    [ "$(date +%s)" -lt "$deadline" ] && kill -0 "$pid" 2>/dev/null || break
+  done
+  sleep "$delay"
+  kill -TERM "$pid"
+  if wait_for_exit "$pid" 10; then
+    wait "$pid"
+    status=$?
+    check "ended ${delay} s after the splash, with status 0 ($status)" test "$status" -eq 0
+    check "ended ${delay} s after the splash, with the settings saved" grep -q '^Music=True$' "$settings"
+  else
+    fail "still running 10 s after the session ended ${delay} s after the splash"
+    kill -9 "$pid"
+  fi
+done
+
 # A second copy shows nothing and ends at once.
 "$program" 2>>"$LANTERN_TEST_ROOT/stderr.log" &
 first=$!
