@@ -63,7 +63,7 @@ trap cleanup EXIT
 if command -v Xvfb >/dev/null; then
   # Xvfb picks a free display itself and tells its number on a descriptor.
   exec 3> "$root/display"
-  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp -noreset >/dev/null 2>&1 &
   xvfb_pid=$!
   exec 3>&-
   for _ in $(seq 1 100); do

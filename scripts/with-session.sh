@@ -5,10 +5,12 @@ set -euo pipefail
 
 if [ -z "${DISPLAY:-}" ]; then
   # Xvfb picks a free display number itself and writes it to us, so that
-  # several sessions started at once never share a screen.
+  # several sessions started at once never share a screen. Without -noreset
+  # it resets each time its last client leaves, and a program that connects
+  # during the reset finds no display.
   number_file=$(mktemp)
   exec 3>"$number_file"
-  Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp >/dev/null 2>&1 &
+  Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp -noreset >/dev/null 2>&1 &
   xvfb_pid=$!
   exec 3>&-
   trap 'kill $xvfb_pid 2>/dev/null || true; rm -f "$number_file"' EXIT
