@@ -3,10 +3,14 @@
 #include <QString>
 
 // Takes colours and underlining out of rich text source. Documents never keep
-// them, whatever was pasted: every brace group that holds "\colortbl" is cut
-// out (from the nearest "{" before the word to the first "}" after it; inner
-// braces are not counted), then every "\ulnone", then every "\ul", each as a
-// plain piece of text.
+// them, whatever was pasted: every brace group that holds a \colortbl control
+// word is cut out (the group itself, with any groups inside it), then every
+// \ulnone and \ul control word, each with its number and the space that ends
+// it. Only real control words count: "\\ulrich" is an escaped backslash and
+// text, and "\uldb" is another word. What the text shows stays as it was.
+//
+// The source is taken as the rich-text writer makes it: one character for
+// each byte.
 class RichTextCleanup
 {
 public:
