@@ -111,11 +111,16 @@ DocumentRecord Database::LoadDocument(const QString &path, qint16 mode)
     VbInput input(data);
     readHeader(input, &record.DocumentTitle, &record.Timestamp);
 
-    // Line Input # until the end: the lines are joined without their ends.
+    // Line Input # until the end. The lines are joined with a line end between
+    // them: in rich text it ends a control word that closes a line ("\par",
+    // then "Second" on the next line) and is otherwise no text at all.
     QString &text = record.page(1).item(1).Text;
     text.clear();
-    while (!input.atEnd())
+    for (bool first = true; !input.atEnd(); first = false) {
+        if (!first)
+            text += QLatin1String("\r\n");
         text += CodePage932::decode(input.readLine());
+    }
     return record;
 }
 

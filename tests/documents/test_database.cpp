@@ -229,19 +229,21 @@ private slots:
         QCOMPARE(Database::LoadDocument(path, 2).page(1).item(1).Text, QString("{\\rtf1 a{\\uc1\\u-10179?\\u-8704?}b}"));
     }
 
-    void bodyLinesAreJoined()
+    // A line end between the lines stays: in rich text it ends the control
+    // word before it ("\\par", then "second") and is no text otherwise.
+    void bodyLinesAreJoinedWithALineEnd()
     {
         const QString path = writeRaw("m.TXT", "\"Lines\",#2009-04-01 09:30:15#\r\n{\\rtf1\r\nfirst\\par\r\n\r\nsecond}\r\n");
         const DocumentRecord loaded = Database::LoadDocument(path, 2);
-        QCOMPARE(loaded.page(1).item(1).Text, QString("{\\rtf1first\\parsecond}"));
+        QCOMPARE(loaded.page(1).item(1).Text, QString("{\\rtf1\r\nfirst\\par\r\n\r\nsecond}"));
 
-        // Saved again, it is one line.
+        // Saved again, the file is as it was.
         Database::SaveDocument(path, loaded, 2);
-        QCOMPARE(readRaw(path), QByteArray("\"Lines\",#2009-04-01 09:30:15#\r\n{\\rtf1first\\parsecond}\r\n"));
+        QCOMPARE(readRaw(path), QByteArray("\"Lines\",#2009-04-01 09:30:15#\r\n{\\rtf1\r\nfirst\\par\r\n\r\nsecond}\r\n"));
 
         // A lone CR ends a line; a lone LF is part of it.
         writeRaw("m.TXT", "\"x\",#2009-04-01#\r\na\rb\nc\r\n");
-        QCOMPARE(Database::LoadDocument(path, 2).page(1).item(1).Text, QString("ab\nc"));
+        QCOMPARE(Database::LoadDocument(path, 2).page(1).item(1).Text, QString("a\r\nb\nc"));
     }
 
     void damagedHeadersKeepWhatParsed_data()
@@ -254,7 +256,7 @@ private slots:
         const QDateTime unset;
         QTest::newRow("not a date") << QByteArray("\"Title\",#not a date#\r\nbody\r\n") << "Title" << unset << "body";
         QTest::newRow("impossible date") << QByteArray("\"T\",#2009-13-45 25:00:00#\r\nline1\r\nline2")
-                                         << "T" << unset << "line1line2";
+                                         << "T" << unset << "line1\r\nline2";
         QTest::newRow("no date") << QByteArray("\"Only a title\"\r\n") << "Only a title" << unset << "";
         // Input # goes on to the next line for the date.
         QTest::newRow("date on the next line") << QByteArray("\"T\"\r\n#2009-04-01#\r\nbody")
@@ -262,7 +264,7 @@ private slots:
         QTest::newRow("unquoted title") << QByteArray("plain title , #2009-04-01 09:30:15#\r\nbody")
                                         << "plain title" << at(2009, 4, 1, 9, 30, 15) << "body";
         QTest::newRow("extra field") << QByteArray("\"T\",#2009-04-01 09:30:15#,\"extra\"\r\nbody")
-                                     << "T" << at(2009, 4, 1, 9, 30, 15) << "\"extra\"body";
+                                     << "T" << at(2009, 4, 1, 9, 30, 15) << "\"extra\"\r\nbody";
         QTest::newRow("unclosed quote") << QByteArray("\"Unclosed title\r\nbody\r\n") << "" << unset << "";
         QTest::newRow("empty file") << QByteArray() << "" << unset << "";
         QTest::newRow("only line ends") << QByteArray("\r\n\r\n") << "" << unset << "";
