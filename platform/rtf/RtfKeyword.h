@@ -12,7 +12,7 @@ struct RtfKeyword
         Font, Charset, CodePage, Red, Green, Blue,
         Plain, FontSize, Bold, Italic, Underline, UnderlineNone, Color,
         Pard, Left, Center, Right, Justify, LeftIndent, FirstIndent, ListOverride,
-        ListBullet, ListBody, ListContinue,
+        ListBullet, ListBody, ListContinue, ListText, ListFontSize,
         Par, Cell, Row, Unicode, UnicodeSkip, Binary,
         Character, // a word that stands for one character
     };

@@ -144,6 +144,10 @@ void RtfParser::closeGroup()
     // A list level group describes the paragraph it sits in.
     if (closing.destination == Destination::ListLevel && state().destination != Destination::ListLevel)
         state().para.list = closing.para.list;
+    // So does the size of the bullet, in either group.
+    const bool listGroup = closing.destination == Destination::ListLevel || closing.destination == Destination::ListText;
+    if (listGroup && state().destination == Destination::Text && closing.para.markerHalfPoints > 0)
+        state().para.markerHalfPoints = closing.para.markerHalfPoints;
 }
 
 void RtfParser::controlWord(const RtfTokenizer::Token &token)
@@ -207,6 +211,9 @@ void RtfParser::controlWord(const RtfTokenizer::Token &token)
     case RtfKeyword::SkipDestination:
         group.destination = Destination::Skip;
         break;
+    case RtfKeyword::ListText:
+        group.destination = Destination::ListText;
+        break;
     case RtfKeyword::Font:
         if (group.destination == Destination::FontTable) {
             if (m_fontBeingDefined >= 0)
@@ -246,6 +253,12 @@ void RtfParser::controlWord(const RtfTokenizer::Token &token)
     case RtfKeyword::FontSize:
         // Half-points; RichEdit keeps sizes between 1 and 1638 points.
         group.chars.halfPoints = token.hasParameter ? qBound(2, value, 3276) : 24;
+        if (group.destination == Destination::ListText)
+            group.para.markerHalfPoints = group.chars.halfPoints;
+        break;
+    case RtfKeyword::ListFontSize:
+        if (group.destination == Destination::ListLevel && token.hasParameter)
+            group.para.markerHalfPoints = qBound(2, value, 3276);
         break;
     case RtfKeyword::Bold:
         group.chars.bold = on;
@@ -398,6 +411,7 @@ void RtfParser::textBytes(QByteArrayView bytes)
         break;
     case Destination::Skip:
     case Destination::ListLevel:
+    case Destination::ListText:
         break;
     }
 }
@@ -540,9 +554,17 @@ void RtfParser::finishParagraph(const GroupState &props)
         m_listKind = props.para.list;
     }
 
-    // An empty paragraph keeps its size through the format of its mark.
-    if (m_cursor.block().length() <= 1)
+    // An empty paragraph keeps its size through the format of its mark. The
+    // editor draws a bullet in that format too: it takes the size written
+    // for the bullet, or else the size of the paragraph's text.
+    if (props.para.list != ListKind::None) {
+        CharProps marker = props.chars;
+        if (props.para.markerHalfPoints > 0)
+            marker.halfPoints = props.para.markerHalfPoints;
+        m_cursor.setBlockCharFormat(formatOf(marker));
+    } else if (m_cursor.block().length() <= 1) {
         m_cursor.setBlockCharFormat(formatOf(props.chars));
+    }
 }
 
 int RtfParser::codePageOf(int font)

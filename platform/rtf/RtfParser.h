@@ -34,6 +34,7 @@ private:
         FontTable,
         ColorTable,
         ListLevel,  // {\*\pn ...}: the paragraph's bullet or numbering
+        ListText,   // {\pntext ...}: the bullet as text, for readers without \pn
     };
 
     enum class ListKind { None, Bullet, Numbered };
@@ -56,6 +57,7 @@ private:
         int leftIndent = 0;  // twips
         int firstIndent = 0; // twips
         ListKind list = ListKind::None;
+        int markerHalfPoints = 0; // the bullet's size as written; 0: the text's
     };
 
     struct GroupState

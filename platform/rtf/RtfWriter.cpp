@@ -23,6 +23,7 @@ struct ParaProps
     ListKind list = ListKind::None;
     int leftIndent = 0;  // twips
     int firstIndent = 0; // twips
+    int markerHalfPoints = 0; // the bullet's or number's size; lists only
 
     bool operator==(const ParaProps &) const = default;
 };
@@ -211,6 +212,8 @@ ParaProps RtfComposer::paraPropsOf(const QTextBlock &block) const
     if (props.list != ListKind::None) {
         props.leftIndent = kListIndent;
         props.firstIndent = -kListIndent;
+        // The editor draws the bullet in the format of the paragraph's mark.
+        props.markerHalfPoints = halfPointsOf(block.charFormat());
     } else {
         props.leftIndent = qRound(format.leftMargin() * 20);
         props.firstIndent = qRound(format.textIndent() * 20);
@@ -246,11 +249,15 @@ void RtfComposer::writeParagraphStart(const ParaProps &props, bool changed, int 
 {
     if (changed)
         word("pard");
-    // The paragraph's visible bullet, for readers that do not know \pn.
+    // The paragraph's visible bullet, for readers that do not know \pn, in
+    // the size it is shown in.
+    const QByteArray markerSize = QByteArray::number(props.markerHalfPoints);
     if (props.list == ListKind::Bullet) {
-        m_out.append("{\\pntext\\f").append(QByteArray::number(m_symbolFont)).append("\\'B7\\tab}");
+        m_out.append("{\\pntext\\f").append(QByteArray::number(m_symbolFont));
+        m_out.append("\\fs").append(markerSize).append("\\'B7\\tab}");
     } else if (props.list == ListKind::Numbered) {
-        m_out.append("{\\pntext\\f0 ").append(QByteArray::number(number)).append(".\\tab}");
+        m_out.append("{\\pntext\\f0\\fs").append(markerSize).append(' ');
+        m_out.append(QByteArray::number(number)).append(".\\tab}");
     }
     if (props.list != ListKind::None) {
         m_needsDelimiter = false;
@@ -259,9 +266,10 @@ void RtfComposer::writeParagraphStart(const ParaProps &props, bool changed, int 
     if (changed) {
         if (props.list == ListKind::Bullet) {
             m_out.append("{\\*\\pn\\pnlvlblt\\pnf").append(QByteArray::number(m_symbolFont));
-            m_out.append("\\pnindent0{\\pntxtb\\'B7}}");
+            m_out.append("\\pnfs").append(markerSize).append("\\pnindent0{\\pntxtb\\'B7}}");
         } else if (props.list == ListKind::Numbered) {
-            m_out.append("{\\*\\pn\\pnlvlbody\\pnf0\\pnindent0\\pnstart1\\pndec{\\pntxta.}}");
+            m_out.append("{\\*\\pn\\pnlvlbody\\pnf0\\pnfs").append(markerSize);
+            m_out.append("\\pnindent0\\pnstart1\\pndec{\\pntxta.}}");
         }
         if (props.list != ListKind::None) {
             m_needsDelimiter = false;
@@ -375,9 +383,9 @@ void RtfComposer::writeFontName(const QString &name)
     }
 }
 
-// Line breaks only make the RTF readable. The document store joins the lines
-// of a saved body again, so the space that ends a control word must come
-// before the break, never after it.
+// Line breaks only make the RTF readable. A reader that joins the lines
+// without their ends must still find every control word ended, so the space
+// that ends one comes before the break, never after it.
 void RtfComposer::lineBreak()
 {
     m_out.append("\r\n");

@@ -1,5 +1,7 @@
+#include "documents/Database.h"
 #include "platform/rtf/RtfReader.h"
 
+#include <QTemporaryDir>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -184,6 +186,88 @@ private slots:
         QCOMPARE(document.findBlockByNumber(2).textList(), list);
         QCOMPARE(list->count(), 2);
         QVERIFY(!document.findBlockByNumber(3).textList());
+    }
+
+    // The editor draws a bullet in the format of its paragraph's mark, so
+    // that is where the bullet's size must arrive.
+    void readsTheBulletsSize_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QList<qreal>>("markerPoints");
+
+        const QByteArray bullet = "\\pard{\\pntext\\f1\\fs48\\'B7\\tab}"
+                                  "{\\*\\pn\\pnlvlblt\\pnf1\\pnfs48\\pnindent0{\\pntxtb\\'B7}}\\fi-360\\li360 ";
+        QTest::newRow("pntext and pnfs") << bullet + "\\fs48 big\\par}" << QList<qreal>{24};
+        QTest::newRow("pntext only")
+            << QByteArray("\\pard{\\pntext\\f1\\fs36\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnindent0{\\pntxtb\\'B7}}"
+                          "\\fi-360\\li360\\fs36 mid\\par}")
+            << QList<qreal>{18};
+        QTest::newRow("pnfs only")
+            << QByteArray("\\pard{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnfs40\\pnindent0{\\pntxtb\\'B7}}"
+                          "\\fi-360\\li360\\fs40 x\\par}")
+            << QList<qreal>{20};
+        // Written before bullets carried a size: the text's size stands in.
+        QTest::newRow("no size for the bullet")
+            << QByteArray("\\pard{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnindent0{\\pntxtb\\'B7}}"
+                          "\\fi-360\\li360\\fs48 big\\par}")
+            << QList<qreal>{24};
+        // The bullet is the size written for it, not the size of its text.
+        QTest::newRow("bullet smaller than the text") << QByteArray(bullet).replace("48", "20") + "\\fs48 big\\par}"
+                                                      << QList<qreal>{10};
+        QTest::newRow("each paragraph its own size")
+            << QByteArray("\\pard{\\pntext\\f1\\fs48\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnfs48\\pnindent0{\\pntxtb\\'B7}}"
+                          "\\fi-360\\li360\\fs48 big\\par\r\n{\\pntext\\f1\\fs24\\'B7\\tab}\\fs24 small\\par}")
+            << QList<qreal>{24, 12};
+        QTest::newRow("empty bulleted paragraph") << bullet + "\\fs48\\par}" << QList<qreal>{24};
+    }
+    void readsTheBulletsSize()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QList<qreal>, markerPoints);
+        QTextDocument document;
+        QVERIFY(RtfReader::read(japaneseHeader() + body, &document));
+        QList<qreal> found;
+        for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
+            QVERIFY(block.textList());
+            found << block.charFormat().fontPointSize();
+        }
+        QCOMPARE(found, markerPoints);
+    }
+
+    // A document file's body, read by the document store and then shown: a
+    // line end ends the control word before it and is no text.
+    void readsBodiesAsTheDocumentStoreLoadsThem_data()
+    {
+        QTest::addColumn<QByteArray>("body");
+        QTest::addColumn<QString>("shown");
+
+        QTest::newRow("one line") << QByteArray("{\\rtf1\\ansi First\\par Second\\par\\b bold\\b0  end}")
+                                  << "First\nSecond\nbold end";
+        QTest::newRow("break after par") << QByteArray("{\\rtf1\\ansi First\\par\r\nSecond}") << "First\nSecond";
+        QTest::newRow("break after bold") << QByteArray("{\\rtf1\\ansi plain \\b\r\nbold\\b0\r\n text}")
+                                          << "plain bold text";
+        QTest::newRow("break after a number") << QByteArray("{\\rtf1\\ansi\\fs24\r\n36 sheets}") << "36 sheets";
+        QTest::newRow("break inside text") << QByteArray("{\\rtf1\\ansi Hel\r\nlo wor\r\nld}") << "Hello world";
+        QTest::newRow("break after an escaped backslash")
+            << QByteArray("{\\rtf1\\ansi C:\\\\\r\nparts}") << "C:\\parts";
+        QTest::newRow("blank lines") << QByteArray("{\\rtf1\\ansi a\\par\r\n\r\n\r\nb}") << "a\nb";
+        QTest::newRow("lone CR ends a line") << QByteArray("{\\rtf1\\ansi a\\par\rb}") << "a\nb";
+    }
+    void readsBodiesAsTheDocumentStoreLoadsThem()
+    {
+        QFETCH(QByteArray, body);
+        QFETCH(QString, shown);
+        QTemporaryDir folder;
+        const QString path = folder.filePath("d.TXT");
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("\"Lines\",#2009-04-01 09:30:15#\r\n" + body + "\r\n");
+        file.close();
+
+        const DocumentRecord record = Database::LoadDocument(path, Database::Sequential);
+        QTextDocument document;
+        QVERIFY(RtfReader::read(record.page(1).item(1).Text, &document));
+        QCOMPARE(document.toPlainText(), shown);
     }
 
     void readsWordListParagraphsAsBullets()

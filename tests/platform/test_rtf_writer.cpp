@@ -131,22 +131,90 @@ private slots:
         QVERIFY(rtf.startsWith(header() + "{\\f1\\fnil\\fcharset2 Symbol;}}\r\n"));
         QCOMPARE(body(rtf),
                  QByteArray("\\viewkind4\\uc1\\pard\\f0\\fs24 before\\par\r\n"
-                            "\\pard{\\pntext\\f1\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnindent0{\\pntxtb\\'B7}}"
+                            "\\pard{\\pntext\\f1\\fs24\\'B7\\tab}{\\*\\pn\\pnlvlblt\\pnf1\\pnfs24\\pnindent0{\\pntxtb\\'B7}}"
                             "\\fi-360\\li360 one\\par\r\n"
-                            "{\\pntext\\f1\\'B7\\tab}two\\par\r\n"
+                            "{\\pntext\\f1\\fs24\\'B7\\tab}two\\par\r\n"
                             "\\pard after\\par\r\n}\r\n"));
+    }
+
+    // The editor draws a bullet in the format of its paragraph's mark. The
+    // paragraph's sizes are set the way the editor sets them: on the whole
+    // paragraph, its mark included.
+    void keepsTheBulletsSize_data()
+    {
+        QTest::addColumn<QList<qreal>>("sizes");
+        QTest::addColumn<QList<QByteArray>>("written");
+
+        QTest::newRow("larger twice") << QList<qreal>{24}
+                                      << QList<QByteArray>{"\\pard{\\pntext\\f1\\fs48\\'B7\\tab}"
+                                                           "{\\*\\pn\\pnlvlblt\\pnf1\\pnfs48\\pnindent0{\\pntxtb\\'B7}}"};
+        QTest::newRow("plain size") << QList<qreal>{12}
+                                    << QList<QByteArray>{"\\pard{\\pntext\\f1\\fs24\\'B7\\tab}"
+                                                         "{\\*\\pn\\pnlvlblt\\pnf1\\pnfs24\\pnindent0{\\pntxtb\\'B7}}"};
+        // A new size starts the paragraph's properties again.
+        QTest::newRow("sizes that change") << QList<qreal>{24, 24, 10.5}
+                                           << QList<QByteArray>{"\\pard{\\pntext\\f1\\fs48\\'B7\\tab}{\\*\\pn",
+                                                                "\\par\r\n{\\pntext\\f1\\fs48\\'B7\\tab}",
+                                                                "\\par\r\n\\pard{\\pntext\\f1\\fs21\\'B7\\tab}"
+                                                                "{\\*\\pn\\pnlvlblt\\pnf1\\pnfs21\\pnindent0"};
+    }
+    void keepsTheBulletsSize()
+    {
+        QFETCH(QList<qreal>, sizes);
+        QFETCH(QList<QByteArray>, written);
+
+        QTextDocument document;
+        document.setDefaultFont(QFont(u"ＭＳ Ｐゴシック"_qs, 12));
+        QTextCursor cursor(&document);
+        for (int i = 0; i < sizes.size(); ++i) {
+            if (i > 0)
+                cursor.insertBlock();
+            cursor.insertText(u"項目"_qs + QString::number(i), gothic(12));
+        }
+        for (int i = 0; i < sizes.size(); ++i) {
+            QTextCursor paragraph(document.findBlockByNumber(i));
+            paragraph.movePosition(QTextCursor::NextBlock, QTextCursor::KeepAnchor);
+            if (i == sizes.size() - 1)
+                paragraph.movePosition(QTextCursor::End, QTextCursor::KeepAnchor);
+            paragraph.mergeCharFormat(gothic(sizes.at(i)));
+            paragraph.mergeBlockCharFormat(gothic(sizes.at(i)));
+        }
+        QTextCursor(document.begin()).createList(QTextListFormat::ListDisc);
+        for (int i = 1; i < sizes.size(); ++i)
+            document.begin().textList()->add(document.findBlockByNumber(i));
+
+        const QByteArray rtf = RtfWriter::write(&document);
+        qsizetype from = 0;
+        for (const QByteArray &piece : std::as_const(written)) {
+            from = rtf.indexOf(piece, from);
+            QVERIFY2(from >= 0, piece + "\nnot in order in\n" + rtf);
+        }
+
+        QTextDocument back;
+        back.setDefaultFont(document.defaultFont());
+        QVERIFY(RtfReader::read(rtf, &back));
+        QCOMPARE(back.blockCount(), sizes.size());
+        for (int i = 0; i < sizes.size(); ++i) {
+            const QTextBlock block = back.findBlockByNumber(i);
+            QVERIFY(block.textList());
+            QCOMPARE(block.charFormat().font().pointSizeF(), sizes.at(i));
+            QCOMPARE(block.charFormat().font().pointSizeF(),
+                     document.findBlockByNumber(i).charFormat().font().pointSizeF());
+        }
     }
 
     void writesNumberedParagraphsAndReadsThemBack()
     {
         QTextDocument document;
+        // The first paragraph's mark has no size of its own: the document's is used.
+        document.setDefaultFont(QFont(u"ＭＳ Ｐゴシック"_qs, 12));
         fill(&document, {"one", "two"});
         QTextList *list = QTextCursor(document.begin()).createList(QTextListFormat::ListDecimal);
         list->add(document.findBlockByNumber(1));
         const QByteArray rtf = RtfWriter::write(&document);
         QVERIFY(!rtf.contains("Symbol"));
-        QVERIFY2(rtf.contains("\\pard{\\pntext\\f0 1.\\tab}{\\*\\pn\\pnlvlbody\\pnf0\\pnindent0\\pnstart1\\pndec"
-                              "{\\pntxta.}}\\fi-360\\li360\\f0\\fs24 one\\par\r\n{\\pntext\\f0 2.\\tab}two\\par"),
+        QVERIFY2(rtf.contains("\\pard{\\pntext\\f0\\fs24 1.\\tab}{\\*\\pn\\pnlvlbody\\pnf0\\pnfs24\\pnindent0\\pnstart1"
+                              "\\pndec{\\pntxta.}}\\fi-360\\li360\\f0\\fs24 one\\par\r\n{\\pntext\\f0\\fs24 2.\\tab}two\\par"),
                  rtf.constData());
         QTextDocument back;
         QVERIFY(RtfReader::read(rtf, &back));
@@ -262,7 +330,7 @@ private slots:
 
     void survivesTheStoreJoiningItsLines()
     {
-        // A saved body comes back with its line ends taken out.
+        // Joined without its line ends, the body still reads the same.
         QTextDocument document;
         fill(&document, {"one", "two", u"三"_qs, "", "five"});
         QByteArray joined = RtfWriter::write(&document);

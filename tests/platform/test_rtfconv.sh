@@ -32,12 +32,13 @@ expect_output "--text on an RTF file" "$expected_text" "$text"
 head -c 70 "$work/again.rtf" | grep -q '^{\\rtf1\\ansi\\ansicpg932\\deff0\\deflang1033\\deflangfe1041{\\fonttbl' \
   || fail "--rtf does not start with the rich-text box header"
 grep -q "\\\\'93\\\\'fa\\\\'96\\\\'7b\\\\'8c\\\\'ea" "$work/again.rtf" || fail "--rtf lost the code page 932 bytes"
-grep -q '{\\pntext\\f1\\'"'"'B7\\tab}{\\\*\\pn\\pnlvlblt' "$work/again.rtf" || fail "--rtf lost the bullets"
+grep -q '{\\pntext\\f1\\fs24\\'"'"'B7\\tab}{\\\*\\pn\\pnlvlblt\\pnf1\\pnfs24' "$work/again.rtf" \
+  || fail "--rtf lost the bullets or their size"
 text=$("$conv" --text "$work/again.rtf")
 expect_output "--text after --rtf" "$expected_text" "$text"
 
 # A saved document: the title line in code page 932 (旅行), then the body over
-# several lines, which the store joins without their line ends.
+# several lines, which the store joins keeping a line end between them.
 {
   printf '"\227\267\215\163",#2009-04-01 09:30:15#\r\n'
   cat "$work/again.rtf"
