@@ -27,17 +27,15 @@ void fail(const QString &file, const QString &message)
     std::fprintf(stderr, "rtfconv: %s: %s\n", qPrintable(file), qPrintable(message));
 }
 
-// A saved document's body is read line by line and the lines are joined
-// without their line ends, as the document store loads it.
+// A saved document's body: everything after the header line. The document
+// store keeps a line end between the body's lines, and the reader takes a
+// line end as the end of a control word and as no text, so they stay here too.
 QByteArray bodyOfDocument(const QByteArray &file)
 {
     const qsizetype headerEnd = file.indexOf('\n');
     if (headerEnd < 0)
         return QByteArray();
-    QByteArray body = file.mid(headerEnd + 1);
-    body.replace("\r\n", "");
-    body.replace('\r', "");
-    return body;
+    return file.mid(headerEnd + 1);
 }
 
 } // namespace

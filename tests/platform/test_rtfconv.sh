@@ -48,6 +48,10 @@ text=$("$conv" --text "$work/20090401093015.TXT"); status=$?
 [ $status -eq 0 ] || fail "--text on a saved document exits with $status"
 expect_output "--text on a saved document" "$expected_text" "$text"
 
+# A body whose lines end right after a control word: the line end ends it.
+printf '"x",#2009-04-01#\r\n{\\rtf1\\ansi First\\par\r\nSecond \\b\r\nbold\\b0\\fs\r\n36\\par\r\n}\r\n' > "$work/lines.TXT"
+expect_output "--text on a body broken after control words" $'First\nSecond bold36' "$("$conv" --text "$work/lines.TXT")"
+
 # A saved blank document has an empty body: no text, no error.
 printf '"",#2009-04-01#\r\n\r\n' > "$work/blank.TXT"
 text=$("$conv" --text "$work/blank.TXT"); status=$?
