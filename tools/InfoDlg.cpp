@@ -7,6 +7,7 @@
 
 #include <QApplication>
 #include <QButtonGroup>
+#include <QCloseEvent>
 #include <QComboBox>
 #include <QEvent>
 #include <QGridLayout>
@@ -339,18 +340,46 @@ void InfoDlg::Reload()
 
 void InfoDlg::Begin(qint16 mode)
 {
-    // Only the pad shown takes room: the dialog fits it.
-    m_calculatorPage->setVisible(mode == CalculatorMode);
-    m_characterPage->setVisible(mode != CalculatorMode);
-    layout()->activate();
-    resize(sizeHint());
-    show();
+    const bool calculator = mode == CalculatorMode;
+    showPages(isOpen(CalculatorMode) || calculator, isOpen(CharacterMode) || !calculator);
 }
 
 void InfoDlg::Finish(qint16 mode)
 {
-    Q_UNUSED(mode);
-    hide();
+    const bool calculator = mode == CalculatorMode;
+    showPages(isOpen(CalculatorMode) && !calculator, isOpen(CharacterMode) && calculator);
+}
+
+bool InfoDlg::isOpen(Mode mode) const
+{
+    const QWidget *page = mode == CalculatorMode ? m_calculatorPage : m_characterPage;
+    return isVisible() && !page->isHidden();
+}
+
+// Only the pads shown take room: the dialog fits them, and goes when
+// neither is left.
+void InfoDlg::showPages(bool calculator, bool character)
+{
+    const bool wasCalculator = isOpen(CalculatorMode);
+    const bool wasCharacter = isOpen(CharacterMode);
+    m_calculatorPage->setVisible(calculator);
+    m_characterPage->setVisible(character);
+    if (calculator || character) {
+        layout()->activate();
+        resize(sizeHint());
+        show();
+    } else {
+        hide();
+    }
+    if (wasCalculator != isOpen(CalculatorMode) || wasCharacter != isOpen(CharacterMode))
+        emit padsChanged();
+}
+
+void InfoDlg::closeEvent(QCloseEvent *event)
+{
+    // Closed by the window manager: both pads go, and the host hears of it.
+    QWidget::closeEvent(event);
+    showPages(false, false);
 }
 
 qint32 InfoDlg::currentPad() const
@@ -543,7 +572,7 @@ void InfoDlg::MiniChannels_Click(int index)
         m_ime.KeyPress(IME::KanjiKey, true);
         break;
     case 17:
-        m_ime.KeyPress(IME::ConvertKey, false);
+        convert();
         break;
     case 18:
         m_ime.KeyPress(IME::NonConvertKey, false);
@@ -559,6 +588,19 @@ void InfoDlg::MiniChannels_Click(int index)
     }
 }
 
+// With the input method off nothing is being composed, so there is nothing
+// to convert: the user is told how to get there instead of seeing nothing.
+void InfoDlg::convert()
+{
+    if (!inRange(IME::IMEStatus(), 4, 8)) {
+        emit Notice(MiniChannels[17]->text(),
+                    QStringLiteral("いまは漢字に変換できません。先に [漢字] をクリックしてから、"
+                                   "かなを入力して [変換] をクリックしてください。"));
+        return;
+    }
+    m_ime.KeyPress(IME::ConvertKey, false);
+}
+
 void InfoDlg::mousePressEvent(QMouseEvent *event)
 {
     // The dialog moves when dragged by its own surface, between the keys.
@@ -572,6 +614,9 @@ bool InfoDlg::eventFilter(QObject *watched, QEvent *event)
         const qsizetype index = MiniChannels.indexOf(static_cast<QAbstractButton *>(watched));
         if (index >= 0 && !tip(int(index)).isEmpty())
             emit HowTo(MiniChannels[index]->text(), tip(int(index)));
+    } else if (event->type() == QEvent::Leave) {
+        // As with every other button, the hint goes with the pointer.
+        emit HowTo(QString(), QString());
     }
     return QWidget::eventFilter(watched, event);
 }

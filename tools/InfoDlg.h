@@ -36,8 +36,12 @@ public:
     void Reload();
     // Opens (Begin) or closes (Finish) a pad: mode 0 the calculator, 1 the
     // character-input pad.
+    // The two pads open and close separately; the dialog shows while
+    // either is open.
     void Begin(qint16 mode);
     void Finish(qint16 mode);
+    // Whether that pad is on the screen.
+    bool isOpen(Mode mode) const;
 
     qint32 Options() const { return m_options; }
     void setOptions(qint32 options) { m_options = options; }
@@ -78,6 +82,12 @@ signals:
     // the pad ((row - 1) * 20 + column - 1), and its text, which the host may change.
     void KeyCheck(qint32 &first, qint32 &second, QString &text);
     void HowTo(const QString &topic, const QString &content);
+    // Something the user should read even with hints off: why a button
+    // could not do what it says.
+    void Notice(const QString &topic, const QString &content);
+    // A pad was opened or closed, by the host, by a button or by the
+    // window manager.
+    void padsChanged();
     // A calculator result for a focused control that is no text control; the
     // host may take or change it.
     void ResultTransfer(Currency &amount);
@@ -88,6 +98,7 @@ public slots:
 
 protected:
     void mousePressEvent(QMouseEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
@@ -106,6 +117,8 @@ private:
     void send(const QString &keys);
     void deleteCharacter();
     void refreshButtons();
+    void convert();
+    void showPages(bool calculator, bool character);
 
     KeyTable m_keys;
     Calculator m_calculator;
