@@ -12,6 +12,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace {
@@ -91,9 +92,11 @@ DocumentRecord Database::NewDocument(qint16 templateNumber)
     return record;
 }
 
-DocumentRecord Database::LoadDocument(const QString &path, qint16 mode)
+DocumentRecord Database::LoadDocument(const QString &path, qint16 mode, bool *readable)
 {
     DocumentRecord record = NewDocument(BlankTemplate);
+    if (readable)
+        *readable = false;
     if (!isSequential(mode)) {
         RuntimeLog::note("LoadDocument", QStringLiteral("open mode %1 is not supported").arg(mode));
         return record;
@@ -107,6 +110,8 @@ DocumentRecord Database::LoadDocument(const QString &path, qint16 mode)
     const QByteArray data = file.readAll();
     if (file.error() != QFileDevice::NoError)
         RuntimeLog::note("LoadDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
+    else if (readable)
+        *readable = true;
 
     VbInput input(data);
     readHeader(input, &record.DocumentTitle, &record.Timestamp);
@@ -194,6 +199,15 @@ QStringList Database::ListDocuments(qint32 flags)
 QString Database::NewFileName(const QDateTime &saveTime)
 {
     return SettingsStore::DocumentFolder() + u'/' + saveTime.toString(u"yyyyMMddHHmmss") + QStringLiteral(".TXT");
+}
+
+QDateTime Database::FreeSaveTime(const QDateTime &wanted)
+{
+    QDateTime time(wanted.date(), QTime(wanted.time().hour(), wanted.time().minute(), wanted.time().second()));
+    // The folder holds one file a second at the very most: this ends.
+    while (QFileInfo::exists(NewFileName(time)))
+        time = time.addSecs(1);
+    return time;
 }
 
 DatabaseSettings Database::LoadDatabaseSettings()

@@ -41,8 +41,10 @@ public:
 
     // The document in a file; the blank document when the file cannot be read.
     // A header that does not parse keeps the blank values of the fields that
-    // failed, and the lines after it still become the text.
-    static DocumentRecord LoadDocument(const QString &path, qint16 mode);
+    // failed, and the lines after it still become the text. `readable`, when
+    // given, tells whether the whole file could be read: a document that
+    // could not must never be saved over its file.
+    static DocumentRecord LoadDocument(const QString &path, qint16 mode, bool *readable = nullptr);
 
     // Writes the document beside the old file and moves it over the old one
     // only once it is complete on disk, so that a crash, a full disk or a
@@ -64,9 +66,12 @@ public:
     static Header ReadHeader(const QString &path);
 
     // The file of a new document saved at the given time: the document folder,
-    // "/", the time as "yyyymmddhhnnss" and ".TXT". Two saves in one second
-    // get the same name, and the second replaces the first.
+    // "/", the time as "yyyymmddhhnnss" and ".TXT".
     static QString NewFileName(const QDateTime &saveTime);
+    // The save time for a new document: the given time to the second, or the
+    // next second whose file name is free, so that no document is ever
+    // written over by another.
+    static QDateTime FreeSaveTime(const QDateTime &wanted);
 
     static DatabaseSettings LoadDatabaseSettings();
     static void SaveDatabaseSettings(const DatabaseSettings &settings);
