@@ -159,6 +159,10 @@ void DatabaseApplet::setDocument(qint32 kind)
         m_sheet->setPaperSize(m_pageSize);
         m_zoom = 100;
         showPage(1);
+        // The page and its boxes show at the document's zoom alike: a copy
+        // made at 200 % stays at 200 %.
+        if (const DocumentRecord *record = sharedRecord(); record && record->Zoom != 100)
+            zoomShownPage(100, record->Zoom);
     }
     if (kind == WordProcessorKind || previous == WordProcessorKind)
         raiseChange(kind == WordProcessorKind, QStringLiteral("Word Processor"));
@@ -413,13 +417,21 @@ void DatabaseApplet::applyZoom(qint32 zoom)
         RuntimeLog::note("DatabaseApplet::Zoom", QStringLiteral("zoom %1 to %2 skipped").arg(record->Zoom).arg(zoom));
         return;
     }
+    const qint32 old = record->Zoom;
+    record->Zoom = zoom;
+    zoomShownPage(old, zoom);
+}
+
+// The page from one zoom to another: back to 100 % first, with the rounded
+// percentage (150 to 100 scales by 67), then to the new zoom.
+void DatabaseApplet::zoomShownPage(qint32 from, qint32 zoom)
+{
+    if (from <= 0 || zoom <= 0 || zoom > std::numeric_limits<qint16>::max())
+        return;
     const QList<QWidget *> controls = AllCtrls();
-    // Back to 100 % first, with the rounded percentage (150 to 100 scales by
-    // 67), then to the new zoom.
-    const auto back = qint16(roundHalfToEven(100.0 / record->Zoom * 100.0));
+    const auto back = qint16(roundHalfToEven(100.0 / from * 100.0));
     for (QWidget *control : controls)
         ControlScaler::scale(control, back);
-    record->Zoom = zoom;
     m_sheet->setPaperSize(QSize(int(qint64(zoom) * m_pageSize.width() / 100),
                                 int(qint64(zoom) * m_pageSize.height() / 100)));
     for (QWidget *control : controls)

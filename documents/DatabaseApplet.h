@@ -68,6 +68,7 @@ public:
 
 private:
     void applyZoom(qint32 zoom);
+    void zoomShownPage(qint32 from, qint32 zoom);
     enum PageSource { WithPrinter, WithoutPrinter };
     void measurePage(PageSource source = WithPrinter);
     void closeShownBoxes();
