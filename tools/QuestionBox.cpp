@@ -9,10 +9,10 @@
 #include <QPainterPath>
 #include <QVBoxLayout>
 
-QuestionBox::QuestionBox(const QString &question, QWidget *parent)
+QuestionBox::QuestionBox(const QString &question, QWidget *parent, Kind kind)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
     , m_question(new QLabel(question, this))
-    , m_yes(new TouchButton(QStringLiteral("はい"), this))
+    , m_yes(new TouchButton(kind == Message ? QStringLiteral("閉じる") : QStringLiteral("はい"), this))
     , m_no(new TouchButton(QStringLiteral("いいえ"), this))
 {
     setObjectName(QStringLiteral("QuestionBox"));
@@ -50,17 +50,33 @@ QuestionBox::QuestionBox(const QString &question, QWidget *parent)
     layout->addWidget(m_question, 1);
     layout->addLayout(buttons);
     setMinimumSize(640, 320);
+    if (kind == Message) {
+        setWindowTitle(QStringLiteral("お知らせ"));
+        m_no->hide();
+    }
 }
 
 bool QuestionBox::ask(QWidget *parent, const QString &question)
 {
     QuestionBox box(question, parent);
+    return run(box, parent) == QDialog::Accepted;
+}
+
+void QuestionBox::tell(QWidget *parent, const QString &message)
+{
+    QuestionBox box(message, parent, Message);
+    run(box, parent);
+}
+
+// In the middle of the window it belongs to, until a button is clicked.
+int QuestionBox::run(QuestionBox &box, QWidget *parent)
+{
     if (parent) {
         const QRect area = parent->window()->geometry();
         box.adjustSize();
         box.move(area.center() - QPoint(box.width() / 2, box.height() / 2));
     }
-    return box.exec() == QDialog::Accepted;
+    return box.exec();
 }
 
 void QuestionBox::paintEvent(QPaintEvent *)

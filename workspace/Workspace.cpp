@@ -84,6 +84,9 @@ const int ChannelOrder[] = {9, 8, 7, 4, 5, 6, 3, 0};
 
 const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
+// How long a notice stays in the information bar.
+constexpr int NoticeMilliseconds = 10000;
+
 QString skinFolder()
 {
     return QCoreApplication::applicationDirPath() + QStringLiteral("/SKIN");
@@ -118,6 +121,7 @@ void Workspace::setCharacterRoutine(CharacterRoutine routine)
 Workspace::Workspace(QWidget *parent)
     : QWidget(parent)
     , m_ask(&QuestionBox::ask)
+    , m_tell(&QuestionBox::tell)
 {
     setObjectName(QStringLiteral("Workspace"));
 
@@ -158,6 +162,15 @@ Workspace::Workspace(QWidget *parent)
     connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
     connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
 
+    // With nothing open, one big button leads back to the documents.
+    m_backToStart = new TouchButton(QStringLiteral("ドキュメントを選ぶ"), this);
+    m_backToStart->setObjectName(QStringLiteral("BackToStart"));
+    m_backToStart->setTip(QStringLiteral("クリックすると、[スタート] ウィンドウを開きます。"
+                                         "新しいドキュメントを作ったり、保存したドキュメントを開いたりできます。"));
+    m_backToStart->setFont(TouchTheme::captionFont(32));
+    m_backToStart->hide();
+    connect(m_backToStart, &QAbstractButton::clicked, this, [this] { setDocument(WelcomeView); });
+
     // The settings box shows only when asked for: it is built once the
     // window is on the screen (or at once, if asked for before).
     whenPictureShown([this] { settings(); });
@@ -170,6 +183,15 @@ Workspace::Workspace(QWidget *parent)
     }
 
     buildMenus();
+
+    m_noticeTimer.setSingleShot(true);
+    m_noticeTimer.setInterval(NoticeMilliseconds);
+    connect(&m_noticeTimer, &QTimer::timeout, this, [this] {
+        m_infoTopic->clear();
+        m_infoContent->clear();
+        if (!Globals::HowToOn)
+            m_infoBar->hide();
+    });
 
     m_clock = new ChimeClock(this);
     connect(m_clock, &ChimeClock::beep, this, &Workspace::Clock_Beep);
@@ -372,11 +394,13 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
         return;
     connect(m_infoDlg, &InfoDlg::HowTo, this, &Workspace::HowTo);
     connect(m_infoDlg, &InfoDlg::Status, this, &Workspace::InfoDlg_Status);
-    connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16 argument) {
-        // The pad's own close button: closed the same way as from here.
-        if (argument == 0)
-            ToolBoxMode(1, 0);
-    });
+    // The pad's own buttons 閉じる (0) and しまう (1) put the character pad
+    // away the same way as from here; "Smart Pencil" brings it back.
+    connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16) { ToolBoxMode(1, 0); });
+    connect(m_infoDlg, &InfoDlg::padsChanged, this, &Workspace::followToolDialog);
+    connect(m_infoDlg, &InfoDlg::Notice, this, &Workspace::showNotice);
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { followFocus(now); });
+    followFocus(QApplication::focusWidget());
     if (auto *music = m_infoDlg->findChild<TouchPanel *>(QStringLiteral("MIDI"))) {
         m_music = new MusicPlayer(this);
         // Rendering the tune starts a synthesizer: not before the window shows.
@@ -450,7 +474,7 @@ void Workspace::ToolBoxMode(qint16 mode, qint16 state)
             state = m_calculator ? 1 : 0;
         Channels(8)->setValue(state != 0);
     } else if (mode == 1) {
-        if (state == 2 && !(m_infoDlg && m_infoDlg->isVisible()) && Globals::SmartPencilOn)
+        if (state == 2 && !(m_infoDlg && m_infoDlg->isOpen(InfoDlg::CharacterMode)) && Globals::SmartPencilOn)
             state = 1;
         if (state == 0)
             Channels(9)->setEnabled(true);
@@ -465,6 +489,36 @@ void Workspace::ToolBoxMode(qint16 mode, qint16 state)
         ErrorTrap::run("Workspace::ToolBoxMode: begin", [&] { m_infoDlg->Begin(mode); });
         placeToolDialog();
     }
+    followToolDialog();
+}
+
+// The main buttons show what is really on the screen, however a pad was
+// opened or closed: 文字入力 can be clicked whenever the character pad is
+// not there, and 電卓 is pressed exactly while the calculator is.
+void Workspace::followToolDialog()
+{
+    if (!m_infoDlg)
+        return;
+    Channels(9)->setEnabled(!m_infoDlg->isOpen(InfoDlg::CharacterMode));
+    m_calculator = m_infoDlg->isOpen(InfoDlg::CalculatorMode);
+    Channels(8)->setValue(m_calculator);
+}
+
+// While a document's text has the focus, the pad's ↑ and ↓ move the caret
+// a line; elsewhere they step from field to field.
+void Workspace::followFocus(QWidget *focus)
+{
+    if (!m_infoDlg)
+        return;
+    bool inDocument = false;
+    for (QWidget *w = focus; w; w = w->parentWidget()) {
+        if (qobject_cast<Applet *>(w)) {
+            inDocument = InfoDlg::isTextControl(focus);
+            break;
+        }
+    }
+    const qint32 options = m_infoDlg->Options();
+    m_infoDlg->setOptions(inDocument ? options | InfoDlg::ArrowKeys : options & ~InfoDlg::ArrowKeys);
 }
 
 // The first time it opens, the tool dialog sits at the bottom in the middle,
@@ -484,12 +538,28 @@ void Workspace::placeToolDialog()
 void Workspace::HowTo(const QString &topic, const QString &content)
 {
     if (topic.isEmpty() && content.isEmpty()) {
+        // A notice stays until it has been read, whatever the pointer does.
+        if (m_noticeTimer.isActive())
+            return;
         m_infoTopic->clear();
         m_infoContent->clear();
         return;
     }
     if (!Globals::HowToOn || content.isEmpty())
         return;
+    m_noticeTimer.stop();
+    showInInfoBar(topic, content);
+}
+
+// Shown even with hints off, for long enough to read it.
+void Workspace::showNotice(const QString &topic, const QString &content)
+{
+    showInInfoBar(topic, content);
+    m_noticeTimer.start();
+}
+
+void Workspace::showInInfoBar(const QString &topic, const QString &content)
+{
     m_infoTopic->setText(topic);
     m_infoContent->setText(content);
     m_infoBar->show();
@@ -541,6 +611,7 @@ void Workspace::setDocument(qint16 view)
         leaveDocument();
 
     Channels(7)->setEnabled(view == DocumentView);
+    m_backToStart->setVisible(view == NothingView && !m_unloaded);
 
     // Enter the new view.
     switch (view) {
@@ -570,6 +641,9 @@ void Workspace::setDocument(qint16 view)
                 if (WordProcessor *box = document->WordProcessors(1))
                     box->setFocus();
             }
+            // The format bar shows the paragraph at the caret from the start.
+            bool changed = true;
+            applet_propertiesChanged(changed, QVariant(), QStringLiteral("All Properties"));
         }
         layOut();
         break;
@@ -591,13 +665,20 @@ void Workspace::leaveDocument()
     update();
 }
 
+// Now, to the second: the precision of a document's save time.
+QDateTime Workspace::currentSecond()
+{
+    const QDateTime now = QDateTime::currentDateTime();
+    return QDateTime(now.date(), QTime(now.time().hour(), now.time().minute(), now.time().second()));
+}
+
 void Workspace::saveCurrentDocument()
 {
     if (m_active)
         m_active->syncRecord();
-    const QDateTime now = QDateTime::currentDateTime();
     m_record.DocumentTitle = m_documentBar->titleField()->text();
-    m_record.Timestamp = QDateTime(now.date(), QTime(now.time().hour(), now.time().minute(), now.time().second()));
+    // A document saved for the first time takes a name no other file has.
+    m_record.Timestamp = m_path.isEmpty() ? Database::FreeSaveTime(QDateTime::currentDateTime()) : currentSecond();
     if (m_path.isEmpty())
         m_path = Database::NewFileName(m_record.Timestamp);
     Database::SaveDocument(m_path, m_record, Database::Sequential);
@@ -716,12 +797,14 @@ void Workspace::SideMenuBarMiniChannels_Click(int index)
     if (!applet)
         return;
     switch (index) {
+    // The applet answers "Zoom" with its own value, which stays 100; the
+    // document's zoom is what the page really shows.
     case SideMenuBar::ZoomIn:
-        if (applet->Properties(QStringLiteral("Zoom")).toInt() == 100)
+        if (m_record.Zoom == 100)
             applet->setProperties(QStringLiteral("Zoom"), 200);
         break;
     case SideMenuBar::ZoomOut:
-        if (applet->Properties(QStringLiteral("Zoom")).toInt() == 200)
+        if (m_record.Zoom == 200)
             applet->setProperties(QStringLiteral("Zoom"), 100);
         break;
     case SideMenuBar::Revert:
@@ -777,7 +860,15 @@ void Workspace::openTemplate(qint16 templateNumber)
 
 void Workspace::openDocument(const QString &path)
 {
-    DocumentRecord record = Database::LoadDocument(path, Database::Sequential);
+    bool readable = false;
+    DocumentRecord record = Database::LoadDocument(path, Database::Sequential, &readable);
+    if (!readable) {
+        // Opened blank, it would be saved blank over the file: it stays
+        // closed, and the user hears why.
+        m_tell(this, QStringLiteral("このドキュメントを開けませんでした。\n"
+                                    "ファイルが読み取れません。ファイルはそのまま残してあります。"));
+        return;
+    }
     m_path = path;
     m_record = record;
     setDocument(DocumentView);
@@ -804,7 +895,10 @@ void Workspace::copyDocument()
     setDocument(NothingView);
     m_record.DocumentTitle = QStringLiteral("(コピー)");
     setDocument(DocumentView);
-    m_path = Database::NewFileName(QDateTime::currentDateTime());
+    // The copy is a file of its own, never the original's, with its own
+    // save time in its header.
+    m_record.Timestamp = Database::FreeSaveTime(QDateTime::currentDateTime());
+    m_path = Database::NewFileName(m_record.Timestamp);
     Database::SaveDocument(m_path, m_record, Database::Sequential);
 }
 
@@ -990,6 +1084,9 @@ void Workspace::layOut()
         if (menuBox)
             menuBox->move(int(0 + w - menuBox->width()) / 2, int(0 + h - menuBox->height()) / 2);
     }
+
+    const QSize back(std::max(320, int(420 * unit)), std::max(96, int(120 * unit)));
+    m_backToStart->setGeometry(QRect(QPoint(work.center().x() - back.width() / 2, work.center().y() - back.height() / 2), back));
 
     // The side bars at the two edges, the document between them.
     const int barWidth = std::max(210, int(250 * unit));

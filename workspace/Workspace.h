@@ -6,6 +6,7 @@
 #include <QFont>
 #include <QList>
 #include <QPointer>
+#include <QTimer>
 #include <QVariant>
 #include <QWidget>
 
@@ -55,6 +56,8 @@ public:
     static void setCharacterRoutine(CharacterRoutine routine);
     // The yes/no question before revert and delete.
     using QuestionRoutine = std::function<bool(QWidget *parent, const QString &question)>;
+    // A plain message the user must see, such as a document that cannot be opened.
+    using MessageRoutine = std::function<void(QWidget *parent, const QString &message)>;
 
     explicit Workspace(QWidget *parent = nullptr);
     ~Workspace() override;
@@ -102,6 +105,8 @@ public:
 
     TouchButton *Channels(int index) const;
     WelcomeBox *welcomeBox() const { return m_welcome; }
+    // The way back to the documents when nothing is open.
+    TouchButton *backToStartButton() const { return m_backToStart; }
     // Built on first use, or once the window shows.
     QWidget *settingsBox();
     SideMenuBar *SideMenuBars(int index) const;
@@ -124,6 +129,8 @@ public:
 
     // The yes/no question; QuestionBox unless replaced.
     void setQuestionRoutine(QuestionRoutine routine) { m_ask = std::move(routine); }
+    // The message box; QuestionBox::tell unless replaced.
+    void setMessageRoutine(MessageRoutine routine) { m_tell = std::move(routine); }
 
 signals:
     // The window has unloaded: the settings are saved.
@@ -156,9 +163,14 @@ private:
     void scaleType(double unit);
     void applyWallpaper();
     void placeToolDialog();
+    void followToolDialog();
+    void followFocus(QWidget *focus);
+    void showNotice(const QString &topic, const QString &content);
+    void showInInfoBar(const QString &topic, const QString &content);
 
     void leaveDocument();
     void saveCurrentDocument();
+    static QDateTime currentSecond();
     void openTemplate(qint16 templateNumber);
     void openDocument(const QString &path);
     void revertDocument();
@@ -175,6 +187,7 @@ private:
     Printing *m_printing = nullptr;
     QList<TouchButton *> m_channels;
     WelcomeBox *m_welcome = nullptr;
+    TouchButton *m_backToStart = nullptr;
     std::unique_ptr<Wallpaper> m_wallpaper;
     SettingsBox *m_settingsBox = nullptr;
     bool m_reloaded = false;
@@ -185,6 +198,7 @@ private:
     QLabel *m_infoContent = nullptr;
     QFont m_infoContentFont;
     TouchButton *m_howToMonitor = nullptr;
+    QTimer m_noticeTimer;
     QMenu *m_menu = nullptr;
     QMenu *m_printerMenu = nullptr;
     ChimeClock *m_clock = nullptr;
@@ -194,6 +208,7 @@ private:
     DocumentRecord m_record;
     QString m_path;
     QuestionRoutine m_ask;
+    MessageRoutine m_tell;
     CloseMode m_closeMode = ControlMenu;
     bool m_calculator = false;
     bool m_characterShown = false;

@@ -11,6 +11,7 @@
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchPanel.h"
+#include "tools/IME.h"
 #include "tools/InfoDlg.h"
 #include "tools/QuestionBox.h"
 #include "tools/FlatScrollBar.h"
@@ -26,6 +27,8 @@
 #include <QDBusReply>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QEnterEvent>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QMenu>
@@ -33,6 +36,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
+#include <QTextBlock>
 #include <QTest>
 #include <QTimer>
 
@@ -110,8 +114,13 @@ private slots:
     void startOpensTheWelcomeBoxAndViewsSwitch();
     void templateDocumentIsSavedUnderItsTimeAndListed();
     void calculatorButtonOpensThenCloses();
+    void padsOpenAndCloseSeparately_data();
+    void padsOpenAndCloseSeparately();
     void toolBoxModeRules();
-    void zoomAndFontSizeLadder();
+    void zoomButtons_data();
+    void zoomButtons();
+    void zoomInAndOutKeepsThePageAndItsBoxesAlike();
+    void fontSizeLadder();
     void fontSizeLadderOnTheRealApplet();
     void alignmentBulletAndTimestamp();
     void copyMakesASecondFileTitledCopy();
@@ -121,6 +130,12 @@ private slots:
     void soundQueryRule();
     void clockChecksOncePerMinute();
     void hintsInTheInformationBar();
+    void padHintsAndNotices();
+    void arrowKeysMoveTheCaretInADocument();
+    void nothingOpenLeadsBackToTheDocuments();
+    void copyOfANeverSavedDocumentKeepsTheOriginal();
+    void documentThatCannotBeReadStaysClosed();
+    void reopenedDocumentShowsItsFormatAtOnce();
     void systemAndPrinterMenus();
     void closingSavesAndSpeaks();
     void fontLinkGuard();
@@ -151,6 +166,7 @@ void WorkspaceTest::init()
         questions.append(question);
         return answer;
     });
+    w->setMessageRoutine([](QWidget *, const QString &message) { QFAIL(qPrintable(message)); });
     w->resize(1366, 768);
     w->show();
     QVERIFY(QTest::qWaitForWindowExposed(w));
@@ -288,22 +304,68 @@ void WorkspaceTest::calculatorButtonOpensThenCloses()
     QVERIFY(!dialog->isVisible());
 }
 
+// Each step of a row is a click: "pad" on 文字入力, "calc" on 電卓, "close"
+// and "away" on the pad's 閉じる and しまう, "wm" the window manager closing
+// the dialog. After every step 文字入力 can be clicked exactly when the
+// character pad is not on the screen, and 電卓 is pressed exactly while the
+// calculator is.
+void WorkspaceTest::padsOpenAndCloseSeparately_data()
+{
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<bool>("characterPad");
+    QTest::addColumn<bool>("calculator");
+    const auto row = [](const char *name, const char *steps, bool character, bool calculator) {
+        QTest::newRow(name) << QString::fromLatin1(steps).split(u' ') << character << calculator;
+    };
+    row("pad", "pad", true, false);
+    row("pad calc", "pad calc", true, true);
+    row("pad calc calc", "pad calc calc", true, false);
+    row("calc pad calc calc", "calc pad calc calc", true, true);
+    row("calc pad calc", "calc pad calc", true, false);
+    row("pad calc close", "pad calc close", false, true);
+    row("pad away", "pad away", false, false);
+    row("pad close pad", "pad close pad", true, false);
+    row("pad calc wm", "pad calc wm", false, false);
+    row("calc wm pad", "calc wm pad", true, false);
+    row("calc wm calc", "calc wm calc", false, true);
+}
+
+void WorkspaceTest::padsOpenAndCloseSeparately()
+{
+    QFETCH(QStringList, steps);
+    InfoDlg *dialog = w->infoDlg();
+    for (const QString &step : std::as_const(steps)) {
+        if (step == u"pad")
+            click(w->Channels(9));
+        else if (step == u"calc")
+            click(w->Channels(8));
+        else if (step == u"close")
+            QTest::mouseClick(dialog->MiniChannels[0], Qt::LeftButton);
+        else if (step == u"away")
+            QTest::mouseClick(dialog->MiniChannels[3], Qt::LeftButton);
+        else if (step == u"wm")
+            dialog->close();
+        QCOMPARE(w->Channels(9)->isEnabled(), !dialog->isOpen(InfoDlg::CharacterMode));
+        QCOMPARE(w->Channels(8)->value(), dialog->isOpen(InfoDlg::CalculatorMode));
+        QCOMPARE(w->calculatorFlag(), dialog->isOpen(InfoDlg::CalculatorMode));
+        QCOMPARE(dialog->isVisible(), dialog->isOpen(InfoDlg::CharacterMode) || dialog->isOpen(InfoDlg::CalculatorMode));
+    }
+    QFETCH(bool, characterPad);
+    QFETCH(bool, calculator);
+    QCOMPARE(dialog->isOpen(InfoDlg::CharacterMode), characterPad);
+    QCOMPARE(dialog->isOpen(InfoDlg::CalculatorMode), calculator);
+    QCOMPARE(dialog->MiniChannels[11]->isVisible(), characterPad);
+    QCOMPARE(dialog->NumKeys[0]->isVisible(), calculator);
+}
+
 void WorkspaceTest::toolBoxModeRules()
 {
     InfoDlg *dialog = w->infoDlg();
-    // The pad button: disabled while the pad is open.
-    click(w->Channels(9));
-    QVERIFY(dialog->isVisible());
-    QVERIFY(!w->Channels(9)->isEnabled());
     // It opens below the main buttons, above the information bar.
+    click(w->Channels(9));
     const QRect pad = dialog->frameGeometry();
     QVERIFY2(pad.top() >= w->mapToGlobal(w->Channels(4)->geometry().bottomLeft()).y(), "the pad covers the main buttons");
     QVERIFY(pad.bottom() <= w->mapToGlobal(w->InfoBar()->geometry().topLeft()).y());
-    // The pad's own close button gives the window's button back.
-    QTest::mouseClick(dialog->MiniChannels[0], Qt::LeftButton);
-    QVERIFY(!dialog->isVisible());
-    QVERIFY(w->Channels(9)->isEnabled());
-    click(w->Channels(9));
     w->ToolBoxMode(1, 0);
     QVERIFY(!dialog->isVisible());
     QVERIFY(w->Channels(9)->isEnabled());
@@ -311,54 +373,104 @@ void WorkspaceTest::toolBoxModeRules()
     // State 2 opens the pad only with "Smart Pencil" on.
     w->ToolBoxMode(1, 2);
     QVERIFY(!dialog->isVisible());
-    QVERIFY(w->Channels(9)->isEnabled());
     Globals::SmartPencilOn = true;
     w->ToolBoxMode(1, 2);
-    QVERIFY(dialog->isVisible());
+    QVERIFY(dialog->isOpen(InfoDlg::CharacterMode));
     QVERIFY(!w->Channels(9)->isEnabled());
     // Already open: state 2 stays 2 and changes nothing.
     w->ToolBoxMode(1, 2);
-    QVERIFY(dialog->isVisible());
-    QVERIFY(!w->Channels(9)->isEnabled());
+    QVERIFY(dialog->isOpen(InfoDlg::CharacterMode));
 
     // The calculator follows the window's flag, and its button shows the state.
     w->ToolBoxMode(0, 2);
     QVERIFY(!w->Channels(8)->value());
-    QVERIFY(!dialog->isVisible());
+    QVERIFY(!dialog->isOpen(InfoDlg::CalculatorMode));
     w->ToolBoxMode(0, 1);
     QVERIFY(w->Channels(8)->value());
-    QVERIFY(dialog->isVisible());
+    QVERIFY(dialog->isOpen(InfoDlg::CalculatorMode));
 
-    // With "Smart Pencil" on, clicking into the document opens the pad.
+    // With "Smart Pencil" on, clicking into the document opens the character
+    // pad, even while the calculator shows.
     w->ToolBoxMode(1, 0);
     clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
-    QVERIFY(!dialog->isVisible());
+    QVERIFY(dialog->isOpen(InfoDlg::CalculatorMode));
+    QVERIFY(!dialog->isOpen(InfoDlg::CharacterMode));
     WordProcessor *box = qobject_cast<DatabaseApplet *>(w->activeApplet())->WordProcessors(1);
     QTest::mouseClick(box->viewport(), Qt::LeftButton, {}, QPoint(30, 30));
-    QVERIFY(dialog->isVisible());
+    QVERIFY(dialog->isOpen(InfoDlg::CharacterMode));
     QVERIFY(!w->Channels(9)->isEnabled());
 }
 
-void WorkspaceTest::zoomAndFontSizeLadder()
+// The zoom buttons read the document's own zoom: the applet answers "Zoom"
+// with 100 whatever the page shows.
+void WorkspaceTest::zoomButtons_data()
+{
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("button");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("100 in") << 100 << int(SideMenuBar::ZoomIn) << 200;
+    QTest::newRow("200 out") << 200 << int(SideMenuBar::ZoomOut) << 100;
+    QTest::newRow("200 in") << 200 << int(SideMenuBar::ZoomIn) << 200;
+    QTest::newRow("100 out") << 100 << int(SideMenuBar::ZoomOut) << 100;
+    QTest::newRow("150 in") << 150 << int(SideMenuBar::ZoomIn) << 150;
+    QTest::newRow("150 out") << 150 << int(SideMenuBar::ZoomOut) << 150;
+}
+
+void WorkspaceTest::zoomButtons()
+{
+    QFETCH(int, start);
+    QFETCH(int, button);
+    QFETCH(int, expected);
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    Applet *applet = w->activeApplet();
+    if (start != 100)
+        applet->setProperties(QStringLiteral("Zoom"), start);
+    QCOMPARE(applet->Properties(QStringLiteral("Zoom")).toInt(), 100);
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(button));
+    QCOMPARE(w->currentRecord().Zoom, expected);
+}
+
+void WorkspaceTest::zoomInAndOutKeepsThePageAndItsBoxesAlike()
+{
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    auto *applet = qobject_cast<DatabaseApplet *>(w->activeApplet());
+    typeText(applet->WordProcessors(1), QStringLiteral("拡大する文"));
+    const auto layoutNow = [&] {
+        WordProcessor *box = applet->WordProcessors(1);
+        return std::make_pair(box->geometry(), box->parentWidget()->size());
+    };
+    const auto first = layoutNow();
+    SideMenuBar *bar = w->SideMenuBars(100);
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::ZoomIn));
+    const auto zoomed = layoutNow();
+    QCOMPARE(zoomed.first.size(), first.first.size() * 2);
+    QCOMPARE(zoomed.second, first.second * 2);
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::ZoomOut));
+    QCOMPARE(layoutNow(), first);
+
+    // A copy made at 200 % shows its page and its box at 200 % alike, and
+    // 縮小 brings both back.
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::ZoomIn));
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::Copy));
+    QCOMPARE(layoutNow(), zoomed);
+    QCOMPARE(applet->WordProcessors(1)->textZoom(), 200);
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::ZoomOut));
+    QCOMPARE(layoutNow(), first);
+
+    // Reverted at 200 %: the stored document, page and box at 100 %.
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::ZoomIn));
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::Revert));
+    QCOMPARE(w->currentRecord().Zoom, 100);
+    QCOMPARE(layoutNow(), first);
+}
+
+void WorkspaceTest::fontSizeLadder()
 {
     auto *applet = new RecordingApplet;
     w->addApplet(applet);
     clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
     QCOMPARE(w->Document(), 10);
-    SideMenuBar *documentBar = w->SideMenuBars(100);
     SideMenuBar *formatBar = w->SideMenuBars(200);
-
-    const auto zoomAfter = [&](int start, int button) {
-        applet->values[QStringLiteral("Zoom")] = start;
-        click(documentBar->SideMenuBarMiniChannels(button));
-        return applet->values.value(QStringLiteral("Zoom")).toInt();
-    };
-    QCOMPARE(zoomAfter(100, SideMenuBar::ZoomIn), 200);
-    QCOMPARE(zoomAfter(200, SideMenuBar::ZoomOut), 100);
-    QCOMPARE(zoomAfter(200, SideMenuBar::ZoomIn), 200);
-    QCOMPARE(zoomAfter(100, SideMenuBar::ZoomOut), 100);
-    QCOMPARE(zoomAfter(150, SideMenuBar::ZoomIn), 150);
-    QCOMPARE(zoomAfter(150, SideMenuBar::ZoomOut), 150);
 
     const auto sizeAfter = [&](double start, int button) {
         applet->values[QStringLiteral("Font Size")] = start;
@@ -378,7 +490,6 @@ void WorkspaceTest::zoomAndFontSizeLadder()
     // Sizes that stay are not written at all.
     applet->writes.clear();
     sizeAfter(10, SideMenuBar::Larger);
-    zoomAfter(150, SideMenuBar::ZoomIn);
     QVERIFY(applet->writes.isEmpty());
 }
 
@@ -399,9 +510,6 @@ void WorkspaceTest::fontSizeLadderOnTheRealApplet()
     applet->setProperties(QStringLiteral("Font Size"), 10);
     click(larger);
     QCOMPARE(applet->Properties(QStringLiteral("Font Size")).toDouble(), 10.0);
-    // The zoom button doubles a page shown at 100 %.
-    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::ZoomIn));
-    QCOMPARE(w->currentRecord().Zoom, 200);
 }
 
 void WorkspaceTest::alignmentBulletAndTimestamp()
@@ -732,6 +840,174 @@ void WorkspaceTest::hintsInTheInformationBar()
     click(w->findChild<TouchButton *>(QStringLiteral("InfoBarHowToMonitor")));
     QVERIFY(!w->InfoBar()->isVisible());
     QVERIFY(!spoken.contains(QStringLiteral("Let's go home, please.")));
+}
+
+// The pad's hints go with the pointer like every other hint; a notice, such
+// as why 変換 did nothing, shows even with hints off and outlives the pointer.
+void WorkspaceTest::padHintsAndNotices()
+{
+    InfoDlg *dialog = w->infoDlg();
+    click(w->Channels(9));
+    Globals::HowToOn = true;
+    QAbstractButton *lineBreak = dialog->MiniChannels[10];
+    QEnterEvent enter(QPointF(2, 2), QPointF(2, 2), QPointF(2, 2));
+    QApplication::sendEvent(lineBreak, &enter);
+    QCOMPARE(w->InfoBarTopic()->text(), QStringLiteral("改行"));
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(lineBreak, &leave);
+    QCOMPARE(w->InfoBarContent()->text(), QString());
+
+    Globals::HowToOn = false;
+    w->InfoBar()->hide();
+    if (IME::IMEStatus() >= 4 && IME::IMEStatus() <= 8)
+        QSKIP("an input method is on in this session");
+    QTest::mouseClick(dialog->MiniChannels[17], Qt::LeftButton);
+    QVERIFY(w->InfoBar()->isVisible());
+    QCOMPARE(w->InfoBarTopic()->text(), QStringLiteral("変換"));
+    QCOMPARE(w->InfoBarContent()->text(),
+             QStringLiteral("いまは漢字に変換できません。先に [漢字] をクリックしてから、かなを入力して [変換] をクリックしてください。"));
+    QApplication::sendEvent(dialog->MiniChannels[17], &leave);
+    QCOMPARE(w->InfoBarTopic()->text(), QStringLiteral("変換"));
+}
+
+// While the document's text has the focus, ↑ and ↓ move the caret a line and
+// type nothing; in the title field they step between fields as before.
+void WorkspaceTest::arrowKeysMoveTheCaretInADocument()
+{
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    auto *applet = qobject_cast<DatabaseApplet *>(w->activeApplet());
+    WordProcessor *box = applet->WordProcessors(1);
+    click(w->Channels(9));
+    InfoDlg *dialog = w->infoDlg();
+    w->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(w));
+    box->setFocus();
+    box->setPlainText(QStringLiteral("一行目\n二行目\n三行目"));
+    box->moveCursor(QTextCursor::End);
+    QVERIFY(dialog->Options() & InfoDlg::ArrowKeys);
+    // (The offscreen test platform would give the pad the focus on a real
+    // click; the end-to-end journey clicks for real.)
+    const auto line = [box] { return box->textCursor().block().blockNumber(); };
+    dialog->MiniChannels_Click(6);
+    QTRY_COMPARE(line(), 1);
+    dialog->MiniChannels_Click(6);
+    QTRY_COMPARE(line(), 0);
+    dialog->MiniChannels_Click(7);
+    QTRY_COMPARE(line(), 1);
+    QCOMPARE(box->toPlainText(), QStringLiteral("一行目\n二行目\n三行目"));
+
+    w->SideMenuBars(100)->titleField()->setFocus();
+    QVERIFY(!(dialog->Options() & InfoDlg::ArrowKeys));
+    box->setFocus();
+    QVERIFY(dialog->Options() & InfoDlg::ArrowKeys);
+}
+
+void WorkspaceTest::nothingOpenLeadsBackToTheDocuments()
+{
+    TouchButton *back = w->backToStartButton();
+    QVERIFY(!back->isVisible());
+    click(w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::CloseButton));
+    QCOMPARE(w->Document(), 0);
+    QVERIFY(back->isVisible());
+    QCOMPARE(back->caption(), QStringLiteral("ドキュメントを選ぶ"));
+    // It stands clear of the main buttons and the information bar.
+    QVERIFY(back->geometry().top() > w->Channels(4)->geometry().bottom());
+    QVERIFY(back->geometry().bottom() < w->InfoBar()->geometry().top());
+    click(back);
+    QVERIFY(w->welcomeBox()->isVisible());
+    QVERIFY(!back->isVisible());
+}
+
+// Leaving a new document names it from the current second; its copy, made in
+// the same second, takes the next free one instead of writing over it.
+void WorkspaceTest::copyOfANeverSavedDocumentKeepsTheOriginal()
+{
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    auto *applet = qobject_cast<DatabaseApplet *>(w->activeApplet());
+    typeText(applet->WordProcessors(1), QStringLiteral("元の文"));
+    w->SideMenuBars(100)->titleField()->setText(QStringLiteral("原本"));
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Copy));
+    QStringList titles;
+    for (const QString &name : documentFiles()) {
+        const DocumentRecord record = Database::LoadDocument(SettingsStore::DocumentFolder() + u'/' + name, Database::Sequential);
+        titles.append(record.DocumentTitle);
+        // Each header carries the save time its file is named after.
+        QCOMPARE(record.Timestamp.toString(u"yyyyMMddHHmmss") + QStringLiteral(".TXT"), name);
+        QVERIFY(record.Pages.first().Items.first().Text.contains(QStringLiteral("\\'8c\\'b3")));
+    }
+    titles.sort();
+    QCOMPARE(titles, (QStringList{QStringLiteral("(コピー)"), QStringLiteral("原本")}));
+    // A copy of the copy in the same second is a third file.
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Copy));
+    const QStringList files = documentFiles();
+    QCOMPARE(files.size(), 3);
+    QVERIFY(w->currentPath().endsWith(files.last()));
+
+    // Deleting the copy leaves the others.
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Delete));
+    QCOMPARE(documentFiles(), files.mid(0, 2));
+}
+
+// A document whose file cannot be read is not opened blank, so it is never
+// saved blank over its file; the user is told in plain words.
+void WorkspaceTest::documentThatCannotBeReadStaysClosed()
+{
+    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+    record.DocumentTitle = QStringLiteral("読めない");
+    record.Timestamp = QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7));
+    const QString path = Database::NewFileName(record.Timestamp);
+    Database::SaveDocument(path, record, Database::Sequential);
+    w->setDocument(Workspace::WelcomeView);
+    QStringList told;
+    w->setMessageRoutine([&told](QWidget *, const QString &message) { told.append(message); });
+
+    // Gone between the listing and the click, then a folder where the file
+    // was: neither can be read.
+    for (const bool folder : {false, true}) {
+        QVERIFY(QFile::remove(path));
+        if (folder)
+            QVERIFY(QDir().mkpath(path));
+        click(w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab));
+        clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::RecentPage), 0, 0);
+        QCOMPARE(told.size(), 1);
+        QCOMPARE(told.first(), QStringLiteral("このドキュメントを開けませんでした。\nファイルが読み取れません。ファイルはそのまま残してあります。"));
+        QVERIFY(w->welcomeBox()->isVisible());
+        click(w->Channels(2));
+        QCOMPARE(QFileInfo(path).isDir(), folder);
+        QCOMPARE(QFileInfo::exists(path), folder);
+        told.clear();
+        if (!folder) {
+            init();
+            w->setMessageRoutine([&told](QWidget *, const QString &message) { told.append(message); });
+            Database::SaveDocument(path, record, Database::Sequential);
+            w->setDocument(Workspace::WelcomeView);
+        }
+    }
+}
+
+// Reopened, a centred and bulleted document lights 中央揃え and 行頭に記号
+// before anything is clicked.
+void WorkspaceTest::reopenedDocumentShowsItsFormatAtOnce()
+{
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    auto *applet = qobject_cast<DatabaseApplet *>(w->activeApplet());
+    typeText(applet->WordProcessors(1), QStringLiteral("中央の行"));
+    SideMenuBar *bar = w->SideMenuBars(200);
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::AlignCenter));
+    click(bar->SideMenuBarMiniChannels(SideMenuBar::Bullet));
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Save));
+    // As a plain document left them.
+    bar->SideMenuBarMiniChannels(SideMenuBar::AlignLeft)->setValue(true);
+    bar->SideMenuBarMiniChannels(SideMenuBar::AlignCenter)->setValue(false);
+    bar->SideMenuBarMiniChannels(SideMenuBar::Bullet)->setValue(false);
+
+    click(w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab));
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::RecentPage), 0, 0);
+    QCOMPARE(w->Document(), 10);
+    QVERIFY(!bar->SideMenuBarMiniChannels(SideMenuBar::AlignLeft)->value());
+    QVERIFY(bar->SideMenuBarMiniChannels(SideMenuBar::AlignCenter)->value());
+    QVERIFY(!bar->SideMenuBarMiniChannels(SideMenuBar::AlignRight)->value());
+    QVERIFY(bar->SideMenuBarMiniChannels(SideMenuBar::Bullet)->value());
 }
 
 void WorkspaceTest::systemAndPrinterMenus()
