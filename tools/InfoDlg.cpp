@@ -108,7 +108,7 @@ InfoDlg::InfoDlg(QWidget *parent)
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(m_calculatorPage);
+    layout->addWidget(m_calculatorPage, 0, Qt::AlignLeft);
     layout->addWidget(m_characterPage);
 
     // Large enough to read, small enough for the pads to fit on the screen.
@@ -368,11 +368,34 @@ void InfoDlg::showPages(bool calculator, bool character)
         layout()->activate();
         resize(sizeHint());
         show();
+        keepOnScreen();
     } else {
         hide();
     }
     if (wasCalculator != isOpen(CalculatorMode) || wasCharacter != isOpen(CharacterMode))
         emit padsChanged();
+}
+
+// A dialog that grew by a pad stays where the user put it, as far as the
+// screen lets it: nothing of it may hang off an edge.
+void InfoDlg::keepOnScreen()
+{
+    const QScreen *where = screen() ? screen() : QGuiApplication::primaryScreen();
+    if (!where)
+        return;
+    const QRect room = where->availableGeometry();
+    const QRect frame = frameGeometry();
+    QPoint shift;
+    if (frame.right() > room.right())
+        shift.rx() = room.right() - frame.right();
+    if (frame.bottom() > room.bottom())
+        shift.ry() = room.bottom() - frame.bottom();
+    if (frame.left() + shift.x() < room.left())
+        shift.rx() = room.left() - frame.left();
+    if (frame.top() + shift.y() < room.top())
+        shift.ry() = room.top() - frame.top();
+    if (!shift.isNull())
+        move(pos() + shift);
 }
 
 void InfoDlg::closeEvent(QCloseEvent *event)
@@ -445,8 +468,10 @@ void InfoDlg::Keypads_MouseUp(int, int)
             romaji = true;
         }
     }
-    qint32 first = pad;
-    qint32 second = (m_pressedRow - 1) * KeyTable::RomajiColumns + (m_pressedColumn - 1);
+    // The host hears the input method's state (4 to 8: a Japanese mode is
+    // on), so that a field can follow it, and which pad typed.
+    qint32 first = status;
+    qint32 second = pad;
     emit KeyCheck(first, second, text);
     switch (pad) {
     case KeyTable::Alpha:

@@ -78,8 +78,9 @@ public:
 signals:
     void Status(qint16 first, qint16 second);
     void Quit(qint16 argument);
-    // Raised before a pad key is typed: the pad number, the key's place in
-    // the pad ((row - 1) * 20 + column - 1), and its text, which the host may change.
+    // Raised before a pad key is typed: the input method's status (4 to 8
+    // while a Japanese mode is on), the pad number, and the key's text,
+    // which the host may change.
     void KeyCheck(qint32 &first, qint32 &second, QString &text);
     void HowTo(const QString &topic, const QString &content);
     // Something the user should read even with hints off: why a button
@@ -119,6 +120,7 @@ private:
     void refreshButtons();
     void convert();
     void showPages(bool calculator, bool character);
+    void keepOnScreen();
 
     KeyTable m_keys;
     Calculator m_calculator;

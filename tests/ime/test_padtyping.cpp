@@ -95,6 +95,16 @@ private slots:
         QTRY_COMPARE(IME::IMEStatus(), 4);
         QTRY_VERIFY(dialog->MiniChannels[16]->isChecked());
         clickButton(12);
+        // Each key tells its host the input method's mode, which a title
+        // field of the document follows.
+        QList<qint32> statuses;
+        auto watch = connect(dialog, &InfoDlg::KeyCheck, this,
+                             [&statuses](qint32 &status, qint32 &, QString &) { statuses.append(status); });
+        clickKeys(KeyTable::Hiragana, {{1, 1}});
+        disconnect(watch);
+        QCOMPARE(statuses, QList<qint32>{4});
+        clickButton(20);
+        QTRY_COMPARE(preedit->preedit(), QString());
         clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}});   // に ほ ん ご
         QTRY_COMPARE(preedit->preedit(), QStringLiteral("にほんご"));
         QCOMPARE(edit->toPlainText(), QString());

@@ -1,5 +1,6 @@
 #include "app/Globals.h"
 #include "app/SettingsStore.h"
+#include "tools/IME.h"
 #include "tools/InfoDlg.h"
 #include "tools/KeypadView.h"
 
@@ -185,19 +186,21 @@ private slots:
 
     void keyCheckMayChangeTheText()
     {
-        qint32 seenPad = -1, seenPlace = -1;
+        qint32 seenStatus = -1, seenPad = -1;
         QString seenText;
         auto connection = connect(dialog, &InfoDlg::KeyCheck, this,
-                                  [&](qint32 &pad, qint32 &place, QString &text) {
+                                  [&](qint32 &status, qint32 &pad, QString &text) {
+                                      seenStatus = status;
                                       seenPad = pad;
-                                      seenPlace = place;
                                       seenText = text;
                                       text = QStringLiteral("ネ");   // converted afterwards, as any key text
                                   });
         clickKeys(KeyTable::Hiragana, {{5, 2}});
         disconnect(connection);
+        // The first value is what the document's fields act on: the input
+        // method's status, 0 here with no input method running.
+        QCOMPARE(seenStatus, IME::IMEStatus());
         QCOMPARE(seenPad, 12);
-        QCOMPARE(seenPlace, 24);
         QCOMPARE(seenText, QStringLiteral("に"));
         QCOMPARE(edit->toPlainText(), QStringLiteral("ね"));
     }
@@ -268,11 +271,12 @@ private slots:
         dialog->MiniChannels_Click(6);
         settle();
         QVERIFY(edit->hasFocus());
-        edit->setTabChangesFocus(true);
+        line->setFocus();
+        QTRY_VERIFY(line->hasFocus());
         dialog->MiniChannels_Click(7);
         settle();
-        QVERIFY(line->hasFocus());
-        edit->setTabChangesFocus(false);
+        QVERIFY(edit->hasFocus());
+        QCOMPARE(line->text(), QString());
     }
 
     void quitAndPadButtons()
