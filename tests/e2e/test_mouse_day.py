@@ -1,0 +1,324 @@
+"""A day with the mouse alone, between the parts of the program: the pad's
+arrows in a document, the pads opened and closed in any order, zooming in and
+out, the way back when nothing is open, putting the pad away, copying a
+document never saved, a document that cannot be read, and a reopened
+document's format. The real program on its own X server, controls found on
+the accessibility bus, real clicks; files and screenshots checked after."""
+import os
+import shutil
+import subprocess
+import sys
+import time
+
+sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import driver  # noqa: E402
+
+driver.own_session()
+
+from checks import check, summary  # noqa: E402
+from driver import Screen, document_files, read_document, write_document, write_settings  # noqa: E402
+
+RTFCONV = os.path.join(os.environ.get("LANTERN_PROGRAM_DIR", ""), "rtfconv")
+PAD = "文字入力"
+
+
+def shown_text(path):
+    """What the document shows, as the program's RTF reader makes it."""
+    result = subprocess.run([RTFCONV, "--text", path], capture_output=True, text=True)
+    return result.stdout.rstrip("\n")
+
+
+def open_blank(lantern):
+    template = lantern.find("白紙の文書", "table cell", exact=False, timeout=20)
+    if not check("the welcome box offers the blank document", template is not None):
+        raise RuntimeError("no template")
+    lantern.click(template)
+    editor = lantern.editor()
+    if not check("the blank document opens in its editor", editor is not None):
+        raise RuntimeError("no editor")
+    return editor
+
+
+def pad_open(lantern):
+    return lantern.find("ABC", window=PAD, timeout=1) is not None
+
+
+def calculator_open(lantern):
+    return lantern.find("＝", window=PAD, timeout=1) is not None
+
+
+def pad_button_enabled(lantern):
+    button = lantern.find(PAD, "push button")
+    return button is not None and lantern.enabled(button)
+
+
+def pressed(lantern, name):
+    states = lantern.find(name, "push button").getState()
+    return states.contains(lantern.pyatspi.STATE_CHECKED) or states.contains(lantern.pyatspi.STATE_PRESSED)
+
+
+def close_window_as_the_window_manager_does(lantern, title):
+    """Sends the window the WM_DELETE_WINDOW message a window manager sends
+    when its close box is clicked."""
+    from Xlib import X, display, protocol
+    found = subprocess.run(["xdotool", "search", "--onlyvisible", "--name", f"^{title}$"],
+                           env=lantern.env, capture_output=True, text=True).stdout.split()
+    if not found:
+        return False
+    screen = display.Display(lantern.display)
+    window = screen.create_resource_object("window", int(found[0]))
+    protocols = screen.intern_atom("WM_PROTOCOLS")
+    delete = screen.intern_atom("WM_DELETE_WINDOW")
+    window.send_event(protocol.event.ClientMessage(window=window, client_type=protocols,
+                                                   data=(32, [delete, X.CurrentTime, 0, 0, 0])))
+    screen.flush()
+    screen.close()
+    time.sleep(0.8)
+    return True
+
+
+def moving_up_and_down_with_the_pad_arrows():
+    with Screen(1366, 768) as lantern:
+        editor = open_blank(lantern)
+        lantern.click(editor)
+        for word in ("one", "two", "three"):
+            lantern.type(word)
+            if word != "three":
+                lantern.xdotool("key", "Return")
+        lantern.click_named(PAD, "push button", pause=1.0)
+        up = lantern.find("↑", "push button", window=PAD)
+        down = lantern.find("↓", "push button", window=PAD)
+        check("the pad shows its arrows", up is not None and down is not None)
+        lantern.click(up)
+        check("↑ moves the caret one line up", 4 <= lantern.caret_of(editor) <= 7, lantern.caret_of(editor))
+        lantern.click(up)
+        check("↑ again reaches the first line", lantern.caret_of(editor) <= 3, lantern.caret_of(editor))
+        lantern.hold(down, 1.5)
+        check("↓ held moves on to the last line", lantern.caret_of(editor) >= 8, lantern.caret_of(editor))
+        check("the arrows typed nothing", lantern.text_of(editor) == "one\ntwo\nthree", repr(lantern.text_of(editor)))
+        lantern.screenshot("journey-pad-arrows-1366x768")
+        lantern.click_named("閉じる", "push button", window=PAD)
+        lantern.click_named("保存して閉じる")
+        files = document_files()
+        check("the document is saved", len(files) == 1, files)
+        if files:
+            body = read_document(files[0])[2]
+            check("no tab reached the file", "\\tab" not in body, body[:300])
+            check("the file reads the three lines", shown_text(files[0]) == "one\ntwo\nthree", shown_text(files[0]))
+
+
+def opening_the_pads_in_any_order():
+    sequences = [("文字入力 電卓 電卓", [PAD, "電卓", "電卓"]),
+                 ("電卓 文字入力 電卓 電卓", ["電卓", PAD, "電卓", "電卓"])]
+    with Screen(1366, 768) as lantern:
+        lantern.find("スタート", timeout=20)
+        for name, clicks in sequences:
+            for button in clicks:
+                lantern.click_named(button, "push button", window="Fernwick Nib 2007", pause=0.8)
+                check(f"{name}: after {button}, 文字入力 can be clicked exactly when the pad is away",
+                      pad_button_enabled(lantern) != pad_open(lantern))
+            lantern.screenshot(f"journey-pads-{len(clicks)}-1366x768")
+            if pad_open(lantern):
+                lantern.click_named("閉じる", "push button", window=PAD)
+            if calculator_open(lantern):
+                lantern.click_named("電卓", "push button", window="Fernwick Nib 2007")
+            check(f"{name}: with both pads away 文字入力 can be clicked",
+                  not pad_open(lantern) and pad_button_enabled(lantern))
+
+        # Closed by the window manager: both pads go, the buttons follow.
+        lantern.click_named(PAD, "push button", pause=0.8)
+        lantern.click_named("電卓", "push button", window="Fernwick Nib 2007", pause=0.8)
+        check("both pads show together", pad_open(lantern) and calculator_open(lantern))
+        check("the window manager's close reaches the dialog", close_window_as_the_window_manager_does(lantern, PAD))
+        check("closed by the window manager, neither pad stays", not pad_open(lantern) and not calculator_open(lantern))
+        check("and 文字入力 can be clicked again", pad_button_enabled(lantern))
+        check("and 電卓 is no longer pressed", not pressed(lantern, "電卓"))
+
+        # In the recent list too: its keyword field needs the pad.
+        lantern.click_named("履歴")
+        lantern.click_named(PAD, "push button", pause=0.8)
+        check("the pad opens over the recent list", pad_open(lantern))
+
+
+def smart_pencil_opens_the_pad_beside_the_calculator():
+    write_settings(**{"Skin Settings": {"Graphic": "False", "Music": "False"},
+                      "Settings": {"How-to": "True", "Smart Pencil": "True"}})
+    try:
+        with Screen(1366, 768) as lantern:
+            editor = open_blank(lantern)
+            lantern.click_named("電卓", "push button", window="Fernwick Nib 2007", pause=0.8)
+            check("the calculator shows alone", calculator_open(lantern) and not pad_open(lantern))
+            # Near the top of the text: the calculator stands over its middle.
+            x, y, _, _ = lantern.extents(editor)
+            lantern.click_at(x + 60, y + 40, pause=1.0)
+            check("a click into the text opens the character pad beside it", pad_open(lantern) and calculator_open(lantern))
+            check("文字入力 is greyed while the pad shows", not pad_button_enabled(lantern))
+            lantern.screenshot("journey-smart-pencil-1366x768")
+    finally:
+        write_settings()
+
+
+def zooming_in_and_out():
+    with Screen(1366, 768) as lantern:
+        editor = open_blank(lantern)
+        lantern.click(editor)
+        lantern.type("Zoom me")
+
+        def sizes():
+            node = lantern.editor()
+            page = node.parent
+            return tuple(lantern.extents(node)[2:]), tuple(lantern.extents(page)[2:])
+
+        first = sizes()
+        lantern.click_named("拡大")
+        zoomed = sizes()
+        check("拡大 doubles the box", zoomed[0] == (first[0][0] * 2, first[0][1] * 2), (first, zoomed))
+        check("and the page", zoomed[1] == (first[1][0] * 2, first[1][1] * 2), (first, zoomed))
+        lantern.screenshot("journey-zoom-200-1366x768")
+        lantern.click_named("縮小")
+        check("縮小 brings back exactly the first layout", sizes() == first, (first, sizes()))
+        lantern.click_named("拡大")
+        lantern.click_named("コピー", pause=1.0)
+        check("a copy made at 200 % shows its page and box at 200 % alike", sizes() == zoomed, (zoomed, sizes()))
+        lantern.screenshot("journey-zoom-copy-1366x768")
+        lantern.click_named("縮小")
+        check("and 縮小 acts on the copy", sizes() == first, (first, sizes()))
+
+
+def finding_the_way_back_after_closing_the_welcome_box():
+    with Screen(1024, 768) as lantern:
+        lantern.find("スタート", timeout=20)
+        close = lantern.by_description("クリックすると、[ようこそ] ウィンドウを閉じます。")
+        check("the welcome box has its close button", close is not None)
+        lantern.click(close)
+        back = lantern.find("ドキュメントを選ぶ", "push button", timeout=3)
+        check("with nothing open, a labelled button leads back", back is not None)
+        lantern.screenshot("journey-nothing-open-1024x768")
+        if back:
+            lantern.click(back)
+        check("one click brings the welcome box back", lantern.find("白紙の文書", "table cell", exact=False) is not None)
+
+
+def putting_the_pad_away_and_converting_with_kanji_off():
+    notice = "いまは漢字に変換できません。先に [漢字] をクリックしてから、かなを入力して [変換] をクリックしてください。"
+    line_break_tip = "クリックすると、指定した場所を右端にして折り返し、新しく入力する場所を次の行の左端にします。"
+    with Screen(1366, 768) as lantern:
+        open_blank(lantern)
+        lantern.click_named(PAD, "push button", pause=1.0)
+        lantern.click_named("しまう", "push button", window=PAD, pause=0.8)
+        check("しまう puts the pad away", not pad_open(lantern))
+        check("and 文字入力 can bring it back", pad_button_enabled(lantern))
+        lantern.click_named(PAD, "push button", pause=1.0)
+        check("it comes back", pad_open(lantern))
+
+        lantern.click_named("変換", "push button", window=PAD, pause=0.8)
+        check("変換 with 漢字 off says why in the information bar", lantern.find(notice, "label", timeout=2) is not None)
+        lantern.screenshot("journey-convert-notice-1366x768")
+
+        lantern.hover(lantern.find("改行", "push button", window=PAD))
+        check("a pad key shows its hint", lantern.find(line_break_tip, "label", timeout=2) is not None)
+        lantern.move_away()
+        check("and the hint goes when the pointer leaves", lantern.find(line_break_tip, "label", timeout=1) is None)
+
+
+def copying_a_document_never_saved():
+    with Screen(1366, 768) as lantern:
+        editor = open_blank(lantern)
+        lantern.click(editor)
+        lantern.type("original words")
+        title = lantern.find("タイトル", "text")
+        lantern.click(title)
+        lantern.type("Original")
+        lantern.click_named("コピー", pause=1.0)
+        files = document_files()
+        check("copying a document never saved leaves two files", len(files) == 2, files)
+        documents = [read_document(f) for f in files]
+        check("titled Original and (コピー)", sorted(d[0] for d in documents) == ["(コピー)", "Original"],
+              [d[0] for d in documents])
+        check("both hold the words", all("original words" in d[2] for d in documents))
+        for path, (doc_title, stamp, _) in zip(files, documents):
+            check(f"{doc_title}: its header carries its own save time",
+                  stamp is not None and stamp.replace("-", "").replace(" ", "").replace(":", "") == os.path.basename(path)[:14],
+                  (stamp, path))
+        lantern.click_named("削除")
+        yes = lantern.find("はい", "push button")
+        if yes:
+            lantern.click(yes)
+        left = document_files()
+        check("deleting the copy leaves the original", len(left) == 1 and read_document(left[0])[0] == "Original",
+              [read_document(f)[0] for f in left])
+
+
+def opening_a_document_that_cannot_be_read():
+    path = write_document("20250101090000.TXT", "Unreadable", "{\\rtf1 kept words\\par}")
+    with Screen(1366, 768) as lantern:
+        lantern.find("スタート", timeout=20)
+        lantern.click_named("履歴")
+        cell = lantern.find("Unreadable", "table cell")
+        check("the recent list shows the document", cell is not None)
+        # Between the list and the click the file becomes something that
+        # cannot be read as a document.
+        os.remove(path)
+        os.mkdir(path)
+        lantern.click(cell, pause=1.0)
+        message = lantern.find("このドキュメントを開けませんでした。\nファイルが読み取れません。ファイルはそのまま残してあります。",
+                               "label", timeout=5)
+        check("the user is told plainly that it could not be opened", message is not None)
+        lantern.screenshot("journey-unreadable-1366x768")
+        close = [n for n in lantern.find_all(lambda n: n.getRoleName() == "push button" and n.name == "閉じる")]
+        if close:
+            lantern.click(close[-1])
+        check("no document is open", lantern.editor(timeout=1) is None)
+        lantern.click_named("終了")
+        check("the program ends", lantern.wait_exit(20) == 0)
+    check("nothing was written where the document was", os.path.isdir(path) and not os.listdir(path))
+    check("and no other file was made", [f for f in document_files() if os.path.isfile(f)] == [], document_files())
+    shutil.rmtree(path, ignore_errors=True)
+
+
+def reopening_a_centred_bulleted_document():
+    with Screen(1366, 768) as lantern:
+        editor = open_blank(lantern)
+        lantern.click(editor)
+        lantern.type("Centred")
+        lantern.click_named("中央揃え")
+        lantern.click_named("行頭に記号")
+        title = lantern.find("タイトル", "text")
+        lantern.click(title)
+        lantern.type("Format")
+        lantern.click_named("保存して閉じる")
+        lantern.click_named("履歴")
+        lantern.click_named("Format", "table cell", pause=1.0)
+        check("reopened, 中央揃え is lit at once", pressed(lantern, "中央揃え"))
+        check("左揃え is not", not pressed(lantern, "左揃え"))
+        check("行頭に記号 is lit", pressed(lantern, "行頭に記号"))
+        lantern.screenshot("journey-reopened-format-1366x768")
+
+
+def main():
+    for tool in ("Xvfb", "xdotool", "dbus-run-session"):
+        if not shutil.which(tool):
+            print("missing", tool)
+            return 77
+    journeys = [moving_up_and_down_with_the_pad_arrows, opening_the_pads_in_any_order,
+                smart_pencil_opens_the_pad_beside_the_calculator, zooming_in_and_out,
+                finding_the_way_back_after_closing_the_welcome_box, putting_the_pad_away_and_converting_with_kanji_off,
+                copying_a_document_never_saved, opening_a_document_that_cannot_be_read,
+                reopening_a_centred_bulleted_document]
+    only = os.environ.get("LANTERN_JOURNEY")
+    for journey in journeys:
+        if only and journey.__name__ != only:
+            continue
+        print(f"--- {journey.__name__}")
+        for path in document_files():
+            os.remove(path)
+        write_settings()
+        try:
+            journey()
+        except RuntimeError as error:
+            check(f"{journey.__name__} reached its end", False, error)
+    return summary()
+
+
+if __name__ == "__main__":
+    sys.exit(main())
