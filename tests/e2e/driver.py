@@ -11,6 +11,9 @@ import subprocess
 import sys
 import time
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
+
 PROGRAM = os.path.join(os.environ.get("LANTERN_PROGRAM_DIR", ""), "lantern")
 SHOTS = os.path.join(os.environ.get("LANTERN_BUILD_DIR", "/tmp"), "screenshots")
 CONFIG = os.environ.get("XDG_CONFIG_HOME", "")

@@ -11,6 +11,9 @@ import subprocess
 import sys
 import time
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
+
 if not os.environ.get("LANTERN_E2E_SESSION"):
     # A session bus of our own, with the accessibility bus it activates.
     os.environ["LANTERN_E2E_SESSION"] = "1"

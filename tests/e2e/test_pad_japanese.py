@@ -9,6 +9,9 @@ import subprocess
 import sys
 import time
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
+
 if not os.environ.get("LANTERN_IBUS_SESSION"):
     session = os.path.join(os.environ["LANTERN_SOURCE_DIR"], "scripts", "ibus-session.sh")
     # The session's user must be able to read this script and the program.

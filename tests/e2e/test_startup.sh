@@ -2,6 +2,7 @@
 # Start-up from the command line: the three jobs, a normal start, a second
 # copy, and settings that are damaged.
 set -u
+. "$(dirname "$0")/../support/isolation.sh"
 [ -z "${DBUS_SESSION_BUS_ADDRESS_PRIVATE:-}" ] && exec env DBUS_SESSION_BUS_ADDRESS_PRIVATE=1 dbus-run-session -- bash "$0" "$@"
 . "$(dirname "$0")/lib.sh"
 title="Fernwick Nib 2007"

@@ -3,6 +3,7 @@
 # its cups-pdf queue comes out as a PDF with the job's pages, the machine's own
 # CUPS folders are left alone, and nothing is left running afterwards.
 set -euo pipefail
+. "$(dirname "$0")/../support/isolation.sh"
 script="$LANTERN_SOURCE_DIR/scripts/cups-session.sh"
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT

@@ -30,6 +30,9 @@ import sys
 from collections import Counter
 from decimal import Decimal as PyDecimal, ROUND_HALF_EVEN, ROUND_HALF_UP, localcontext
 
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
+
 MAX = 2**96 - 1
 MAX_SCALE = 28
 CURRENCY_LIMIT = 2**63

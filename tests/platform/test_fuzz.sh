@@ -4,6 +4,7 @@
 # bounded time on its seed corpus fuzz/corpus/<name>/ (and fuzz/<name>.dict
 # when there is one). Any crash, leak, hang or sanitizer report fails.
 set -u
+. "$(dirname "$0")/../support/isolation.sh"
 source_dir="$LANTERN_SOURCE_DIR"
 build_dir="$LANTERN_BUILD_DIR/fuzz"
 seconds="${LANTERN_FUZZ_SECONDS:-30}"

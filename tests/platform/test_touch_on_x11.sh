@@ -4,6 +4,7 @@
 # flags and shared-memory buffers go through the X11 platform there instead
 # of the off-screen one.
 set -u
+. "$(dirname "$0")/../support/isolation.sh"
 if [ -z "${DISPLAY:-}" ]; then
   echo "no X display; run through scripts/with-session.sh" >&2
   exit 1

@@ -3,6 +3,7 @@
 # asked from the desktop's settings. GNOME's settings are kept in a keyfile
 # inside this test's own home folder, never in the user's.
 set -u
+. "$(dirname "$0")/../support/isolation.sh"
 if [ -z "${DISPLAY:-}" ]; then
   echo "no X display; run through scripts/with-session.sh" >&2
   exit 1
