@@ -15,7 +15,8 @@
 //
 // Only the title, the save time and the text of box 1 on page 1 are kept; the
 // rest of a loaded record takes the blank document's values. No operation
-// reports an error: a failing step is noted in the runtime log and skipped.
+// raises an error: a failing step is noted in the runtime log and skipped;
+// only a load says, when asked, whether its file could be read.
 class Database
 {
 public:

@@ -977,6 +977,7 @@ void WorkspaceTest::documentThatCannotBeReadStaysClosed()
         QCOMPARE(QFileInfo::exists(path), folder);
         told.clear();
         if (!folder) {
+            cleanup();
             init();
             w->setMessageRoutine([&told](QWidget *, const QString &message) { told.append(message); });
             Database::SaveDocument(path, record, Database::Sequential);
