@@ -3,7 +3,6 @@ does it: the controls are found through the accessibility bus and clicked with
 real pointer events (xdotool) on a private X server. Files on disk are checked
 after every step. Screenshots at 1366x768 and 1920x1080 go to
 $LANTERN_BUILD_DIR/screenshots/."""
-import glob
 import os
 import re
 import shutil
@@ -11,164 +10,13 @@ import subprocess
 import sys
 import time
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
-import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
-
-if not os.environ.get("LANTERN_E2E_SESSION"):
-    # A session bus of our own, with the accessibility bus it activates.
-    os.environ["LANTERN_E2E_SESSION"] = "1"
-    os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable] + sys.argv)
-
-import pyatspi  # noqa: E402
-
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
+import driver  # noqa: E402  (run by hand, the script starts again in temporary folders)
+
+driver.own_session()
+
 from checks import check, summary  # noqa: E402
-
-PROGRAM = os.path.join(os.environ["LANTERN_PROGRAM_DIR"], "lantern")
-SHOTS = os.path.join(os.environ["LANTERN_BUILD_DIR"], "screenshots")
-CONFIG = os.environ["XDG_CONFIG_HOME"]
-DATA = os.environ["XDG_DATA_HOME"]
-HEADER = re.compile(r'^"(.*)",#(\d{4}-\d\d-\d\d \d\d:\d\d:\d\d)#\r\n')
-
-def start_display(width, height):
-    read_fd, write_fd = os.pipe()
-    xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_fd), "-screen", "0", f"{width}x{height}x24",
-                             "-nolisten", "tcp"], pass_fds=(write_fd,), stdout=subprocess.DEVNULL,
-                            stderr=subprocess.DEVNULL)
-    os.close(write_fd)
-    number = b""
-    while not number.endswith(b"\n"):
-        chunk = os.read(read_fd, 16)
-        if not chunk:
-            break
-        number += chunk
-    os.close(read_fd)
-    return xvfb, ":" + number.decode().strip()
-
-
-def write_settings():
-    os.makedirs(CONFIG, exist_ok=True)
-    with open(os.path.join(CONFIG, "Fernwick Nib 2007.ini"), "w", encoding="utf-8") as ini:
-        # No character on the screen: nothing moves over the buttons.
-        # The pad stays closed unless asked for, so it covers no button.
-        ini.write("[Skin Settings]\nGraphic=False\nMusic=False\n[Settings]\nHow-to=True\nSmart Pencil=False\n")
-
-
-def document_files():
-    return sorted(glob.glob(os.path.join(DATA, "**", "*.TXT"), recursive=True))
-
-
-def read_document(path):
-    with open(path, "rb") as f:
-        raw = f.read()
-    text = raw.decode("cp932")
-    match = HEADER.match(text)
-    return (match.group(1), match.group(2), text[match.end():]) if match else (None, None, text)
-
-
-class Lantern:
-    def __init__(self, display):
-        self.display = display
-        env = dict(os.environ, DISPLAY=display, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self.env = env
-        self.log = open(os.path.join(os.environ.get("LANTERN_TEST_ROOT", "/tmp"), "lantern.log"), "a")
-        self.process = subprocess.Popen([PROGRAM], env=env, stdout=self.log, stderr=self.log)
-        self.app = None
-        deadline = time.time() + 30
-        while time.time() < deadline and self.app is None:
-            for app in pyatspi.Registry.getDesktop(0):
-                if app is not None and app.name == "Fernwick Nib 2007" and self._pid(app) in (None, self.process.pid):
-                    self.app = app
-            time.sleep(0.2)
-
-    @staticmethod
-    def _pid(app):
-        try:
-            return app.get_process_id()
-        except Exception:
-            return None
-
-    def nodes(self, root=None):
-        root = root or self.app
-        for child in root:
-            if child is None:
-                continue
-            yield child
-            yield from self.nodes(child)
-
-    def showing(self, node):
-        return node.getState().contains(pyatspi.STATE_SHOWING)
-
-    def find(self, name, role=None, timeout=10, exact=True):
-        deadline = time.time() + timeout
-        while time.time() < deadline:
-            for node in self.nodes():
-                matched = node.name == name if exact else name in (node.name or "")
-                if matched and (role is None or node.getRoleName() == role) and self.showing(node):
-                    return node
-            time.sleep(0.2)
-        return None
-
-    def click(self, node):
-        x, y, w, h = node.queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
-        self.xdotool("mousemove", "--sync", str(x + w // 2), str(y + h // 2))
-        time.sleep(0.1)
-        self.xdotool("click", "1")
-        time.sleep(0.6)
-
-    def click_named(self, name, role=None, exact=True):
-        node = self.find(name, role, exact=exact)
-        if not check(f"'{name}' is on the screen", node is not None):
-            raise RuntimeError(name)
-        self.click(node)
-
-    def type(self, text):
-        self.xdotool("type", "--delay", "60", text)
-        time.sleep(0.5)
-
-    def xdotool(self, *args):
-        subprocess.run(["xdotool", *args], env=self.env, check=False)
-
-    def screenshot(self, name):
-        os.makedirs(SHOTS, exist_ok=True)
-        subprocess.run(["/usr/bin/import", "-display", self.display, "-window", "root",
-                        os.path.join(SHOTS, name + ".png")], check=False)
-
-    def wait_text(self, node, expected, timeout=5):
-        """Waits until the field holds the text: typed characters arrive late."""
-        deadline = time.time() + timeout
-        while time.time() < deadline:
-            if self.text_of(node) == expected:
-                return True
-            time.sleep(0.2)
-        return False
-
-    def text_of(self, node):
-        try:
-            t = node.queryText()
-            return t.getText(0, t.characterCount)
-        except NotImplementedError:
-            return node.name
-
-    def editor(self):
-        # The document's rich-text box: the editable text that is not a field
-        # of the side bars or the welcome box.
-        for node in self.nodes():
-            if node.getRoleName() in ("text", "paragraph") and self.showing(node) \
-                    and node.getState().contains(pyatspi.STATE_MULTI_LINE):
-                return node
-        return None
-
-    def wait_exit(self, timeout=20):
-        try:
-            return self.process.wait(timeout)
-        except subprocess.TimeoutExpired:
-            return None
-
-    def kill(self):
-        if self.process.poll() is None:
-            self.process.kill()
-            self.process.wait()
+from driver import Lantern, document_files, read_document, start_display, write_settings  # noqa: E402
 
 
 def documents_scenario(width, height):
