@@ -3,7 +3,7 @@
 #include "platform/XdgPaths.h"
 
 #include <QDir>
-#include <QSaveFile>
+#include "platform/CheckedSaveFile.h"
 
 int Shortcut::DirType() const
 {
@@ -55,8 +55,8 @@ bool Shortcut::Make(const QString &folder, const QString &linkName, const QStrin
                                          "Terminal=false\nX-GNOME-Autostart-enabled=true\n%4")
                               .arg(escaped(linkName), escaped(exec), escaped(QFileInfo(target).absolutePath()),
                                    privateLink ? QStringLiteral("NoDisplay=true\n") : QString());
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    CheckedSaveFile file(path);
+    if (!file.open()) {
         RuntimeLog::note("Shortcut::Make", file.errorString());
         return false;
     }

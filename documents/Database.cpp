@@ -2,6 +2,7 @@
 
 #include "app/SettingsStore.h"
 #include "documents/DocumentEncoding.h"
+#include "platform/CheckedSaveFile.h"
 #include "platform/CodePage932.h"
 #include "platform/ErrorTrap.h"
 #include "platform/FileAttributes.h"
@@ -13,7 +14,6 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace {
 
@@ -42,8 +42,8 @@ QByteArray headerLine(const DocumentRecord &record)
 
 void writeText(const QString &path, const DocumentRecord &record, bool keepHidden)
 {
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    CheckedSaveFile file(path);
+    if (!file.open()) {
         RuntimeLog::note("SaveDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
         return;
     }
@@ -54,8 +54,8 @@ void writeText(const QString &path, const DocumentRecord &record, bool keepHidde
     });
     if (keepHidden)
         FileAttributes::add(file.handle(), FileAttributes::Hidden);
-    // Flushed to disk, then renamed over the old file; until then the old
-    // file stays as it was.
+    // On the disk whole, then moved over the old file; on any failure the
+    // old file stays as it was.
     if (!file.commit())
         RuntimeLog::note("SaveDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
 }

@@ -6,7 +6,7 @@
 #include <QFileInfo>
 #include <QFontDatabase>
 #include <QGuiApplication>
-#include <QSaveFile>
+#include "platform/CheckedSaveFile.h"
 
 namespace {
 
@@ -62,8 +62,8 @@ void EudcFontLink::Enable(bool on, const QString &fontPath)
     }
 
     QDir().mkpath(QFileInfo(configPath()).absolutePath());
-    QSaveFile file(configPath());
-    if (!file.open(QIODevice::WriteOnly)) {
+    CheckedSaveFile file(configPath());
+    if (!file.open()) {
         RuntimeLog::note("EudcFontLink", file.errorString());
         return;
     }

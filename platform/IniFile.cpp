@@ -4,7 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
+#include "platform/CheckedSaveFile.h"
 
 IniFile::IniFile(const QString &path)
     : m_path(path)
@@ -58,8 +58,8 @@ bool IniFile::load()
 bool IniFile::save() const
 {
     QDir().mkpath(QFileInfo(m_path).absolutePath());
-    QSaveFile file(m_path);
-    if (!file.open(QIODevice::WriteOnly)) {
+    CheckedSaveFile file(m_path);
+    if (!file.open()) {
         RuntimeLog::note("IniFile", QStringLiteral("cannot write %1: %2").arg(m_path, file.errorString()));
         return false;
     }

@@ -1,0 +1,127 @@
+// Saving on a disk that fills up part-way: the write fails, and the old file
+// must stay exactly as it was. The disk is "full" because the process may
+// not write files larger than a limit (RLIMIT_FSIZE, with SIGXFSZ ignored so
+// that the write fails instead of ending the process), which needs no root.
+#include "documents/Database.h"
+#include "platform/CheckedSaveFile.h"
+#include "platform/IniFile.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <functional>
+#include <sys/resource.h>
+
+namespace {
+
+using Writer = std::function<bool(const QString &path, const QByteArray &content)>;
+
+// Files larger than `limit` bytes cannot be written while it lives.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t limit)
+    {
+        getrlimit(RLIMIT_FSIZE, &m_old);
+        m_oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        rlimit lowered = m_old;
+        lowered.rlim_cur = limit;
+        setrlimit(RLIMIT_FSIZE, &lowered);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_old);
+        std::signal(SIGXFSZ, m_oldHandler);
+    }
+
+private:
+    rlimit m_old{};
+    void (*m_oldHandler)(int) = nullptr;
+};
+
+QByteArray readAll(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+bool writeChecked(const QString &path, const QByteArray &content)
+{
+    CheckedSaveFile file(path);
+    if (!file.open())
+        return false;
+    file.write(content);
+    return file.commit();
+}
+
+bool writeDocument(const QString &path, const QByteArray &content)
+{
+    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+    record.DocumentTitle = QStringLiteral("満杯");
+    record.Timestamp = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5));
+    record.Pages[0].Items[0].Text = QString::fromLatin1(content);
+    Database::SaveDocument(path, record, Database::Sequential);
+    return readAll(path).contains(content);
+}
+
+bool writeSettings(const QString &path, const QByteArray &content)
+{
+    IniFile ini(path);
+    ini.setValue(QStringLiteral("Settings"), QStringLiteral("Text"), QString::fromLatin1(content));
+    return ini.save();
+}
+
+} // namespace
+
+class TestCheckedSaveFile : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void oldFileStaysWholeWhenTheDiskFills_data()
+    {
+        QTest::addColumn<Writer>("writer");
+        QTest::addColumn<int>("size");
+        // Under 16 KB a file sits in Qt's buffer until the end; over it, the
+        // write itself fails first.
+        for (const int size : {200, 40000}) {
+            QTest::addRow("file, %d bytes", size) << Writer(writeChecked) << size;
+            QTest::addRow("document, %d bytes", size) << Writer(writeDocument) << size;
+            QTest::addRow("settings, %d bytes", size) << Writer(writeSettings) << size;
+        }
+    }
+
+    void oldFileStaysWholeWhenTheDiskFills()
+    {
+        QFETCH(Writer, writer);
+        QFETCH(int, size);
+        QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("20240102030405.TXT"));
+        const QByteArray old = "the old file, which must stay whole\r\n";
+        {
+            QFile file(path);
+            QVERIFY(file.open(QIODevice::WriteOnly));
+            file.write(old);
+        }
+        const QByteArray content(size, 'x');
+        bool saved = true;
+        {
+            FileSizeLimit limit(rlim_t(size / 2));
+            saved = writer(path, content);
+        }
+        QVERIFY(!saved);
+        QCOMPARE(readAll(path), old);
+        // Nothing half-written is left beside it.
+        QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QFileInfo(path).fileName()});
+
+        // With room again the same save goes through.
+        QVERIFY(writer(path, content));
+        QVERIFY(readAll(path).contains(content));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestCheckedSaveFile)
+#include "test_checked_save_file.moc"
