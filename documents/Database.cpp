@@ -40,12 +40,12 @@ QByteArray headerLine(const DocumentRecord &record)
         + VbWrite::date(record.Timestamp) + VbWrite::LineEnd;
 }
 
-void writeText(const QString &path, const DocumentRecord &record, bool keepHidden)
+bool writeText(const QString &path, const DocumentRecord &record, bool keepHidden)
 {
     CheckedSaveFile file(path);
     if (!file.open()) {
         RuntimeLog::note("SaveDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
-        return;
+        return false;
     }
     file.write(headerLine(record));
     // A document without a first box has no body line at all.
@@ -56,8 +56,11 @@ void writeText(const QString &path, const DocumentRecord &record, bool keepHidde
         FileAttributes::add(file.handle(), FileAttributes::Hidden);
     // On the disk whole, then moved over the old file; on any failure the
     // old file stays as it was.
-    if (!file.commit())
+    if (!file.commit()) {
         RuntimeLog::note("SaveDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
+        return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -147,21 +150,23 @@ Database::Header Database::ReadHeader(const QString &path)
     }
 }
 
-void Database::SaveDocument(const QString &path, const DocumentRecord &record, qint16 mode)
+bool Database::SaveDocument(const QString &path, const DocumentRecord &record, qint16 mode)
 {
     if (!isSequential(mode)) {
         RuntimeLog::note("SaveDocument", QStringLiteral("open mode %1 is not supported").arg(mode));
-        return;
+        return false;
     }
 
     const std::optional<int> old = FileAttributes::of(path);
+    bool written = false;
     if (old && (*old & FileAttributes::ReadOnly))
         RuntimeLog::note("SaveDocument", QStringLiteral("%1 is read-only and stays as it is").arg(path));
     else
-        writeText(path, record, old && (*old & FileAttributes::Hidden));
+        written = writeText(path, record, old && (*old & FileAttributes::Hidden));
 
     if ((mode & ReadOnlyHidden) && QFile::exists(path))
         FileAttributes::add(path, FileAttributes::ReadOnly | FileAttributes::Hidden);
+    return written;
 }
 
 QStringList Database::ListDocuments(qint32 flags)

@@ -51,7 +51,8 @@ public:
     // only once it is complete on disk, so that a crash, a full disk or a
     // killed process leaves either the old or the new document whole. A file
     // that is read-only is left as it is, as the system refuses to replace it.
-    static void SaveDocument(const QString &path, const DocumentRecord &record, qint16 mode);
+    // True when the document is on the disk.
+    static bool SaveDocument(const QString &path, const DocumentRecord &record, qint16 mode);
 
     // Full paths of the files in the document folder, in the order the file
     // system gives them, read-only and hidden files included.

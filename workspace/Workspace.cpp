@@ -607,8 +607,9 @@ void Workspace::setDocument(qint16 view)
         m_welcome->hide();
         update();
     }
-    if (current == DocumentView)
-        leaveDocument();
+    // A document that could not be saved stays on the screen.
+    if (current == DocumentView && !leaveDocument())
+        return;
 
     Channels(7)->setEnabled(view == DocumentView);
     m_backToStart->setVisible(view == NothingView && !m_unloaded);
@@ -629,40 +630,61 @@ void Workspace::setDocument(qint16 view)
         whenPictureShown([this] { ErrorTrap::run("Workspace::Document: lists", [this] { m_welcome->fillLists(); }); });
         break;
     case DocumentView:
-        m_documentBar->show();
-        m_formatBar->show();
-        m_documentBar->titleField()->setText(m_record.DocumentTitle);
-        if (m_active) {
-            m_active->setDocument(DocumentView);
-            m_active->show();
-            m_active->raise();
-            // The first box takes the caret, so the format buttons act at once.
-            if (auto *document = qobject_cast<DatabaseApplet *>(m_active)) {
-                if (WordProcessor *box = document->WordProcessors(1))
-                    box->setFocus();
-            }
-            // The format bar shows the paragraph at the caret from the start.
-            bool changed = true;
-            applet_propertiesChanged(changed, QVariant(), QStringLiteral("All Properties"));
-        }
-        layOut();
+        enterDocument();
         break;
     default:
         break;
     }
 }
 
-// Hides the document, saves it and hides its side bars.
-void Workspace::leaveDocument()
+// Shows the current record in the applet, between its side bars.
+void Workspace::enterDocument()
+{
+    m_documentBar->show();
+    m_formatBar->show();
+    m_documentBar->titleField()->setText(m_record.DocumentTitle);
+    if (m_active) {
+        m_active->setDocument(DocumentView);
+        m_active->show();
+        m_active->raise();
+        // The first box takes the caret, so the format buttons act at once.
+        if (auto *document = qobject_cast<DatabaseApplet *>(m_active)) {
+            if (WordProcessor *box = document->WordProcessors(1))
+                box->setFocus();
+        }
+        // The format bar shows the paragraph at the caret from the start.
+        bool changed = true;
+        applet_propertiesChanged(changed, QVariant(), QStringLiteral("All Properties"));
+    }
+    layOut();
+}
+
+// Hides the document and saves it. A document that could not be saved comes
+// back on the screen as it was, and the user is told: what they wrote is
+// never dropped.
+bool Workspace::leaveDocument()
 {
     if (m_active) {
         m_active->hide();
         ErrorTrap::run("Workspace::Document: applet", [this] { m_active->setDocument(0); });
     }
-    ErrorTrap::run("Workspace::Document: save", [this] { saveCurrentDocument(); });
+    bool saved = false;
+    ErrorTrap::run("Workspace::Document: save", [&] { saved = saveCurrentDocument(); });
     m_documentBar->hide();
     m_formatBar->hide();
     update();
+    if (!saved) {
+        enterDocument();
+        tellNotSaved();
+    }
+    return saved;
+}
+
+void Workspace::tellNotSaved()
+{
+    m_tell(this, QStringLiteral("このドキュメントを保存できませんでした。\n"
+                                "書いた文章は画面に残してあります。"
+                                "ディスクの空きを確かめてから、もう一度 [保存して閉じる] をクリックしてください。"));
 }
 
 // Now, to the second: the precision of a document's save time.
@@ -672,16 +694,22 @@ QDateTime Workspace::currentSecond()
     return QDateTime(now.date(), QTime(now.time().hour(), now.time().minute(), now.time().second()));
 }
 
-void Workspace::saveCurrentDocument()
+bool Workspace::saveCurrentDocument()
 {
     if (m_active)
         m_active->syncRecord();
     m_record.DocumentTitle = m_documentBar->titleField()->text();
     // A document saved for the first time takes a name no other file has.
-    m_record.Timestamp = m_path.isEmpty() ? Database::FreeSaveTime(QDateTime::currentDateTime()) : currentSecond();
-    if (m_path.isEmpty())
+    const bool firstSave = m_path.isEmpty();
+    m_record.Timestamp = firstSave ? Database::FreeSaveTime(QDateTime::currentDateTime()) : currentSecond();
+    if (firstSave)
         m_path = Database::NewFileName(m_record.Timestamp);
-    Database::SaveDocument(m_path, m_record, Database::Sequential);
+    if (Database::SaveDocument(m_path, m_record, Database::Sequential))
+        return true;
+    // Not on the disk: the next try picks a free name again.
+    if (firstSave)
+        m_path.clear();
+    return false;
 }
 
 // ---- The main buttons ----------------------------------------------------
@@ -893,13 +921,18 @@ void Workspace::revertDocument()
 void Workspace::copyDocument()
 {
     setDocument(NothingView);
+    if (Document() == DocumentView)
+        return;   // the original could not be saved: no copy of it yet
     m_record.DocumentTitle = QStringLiteral("(コピー)");
     setDocument(DocumentView);
     // The copy is a file of its own, never the original's, with its own
     // save time in its header.
     m_record.Timestamp = Database::FreeSaveTime(QDateTime::currentDateTime());
     m_path = Database::NewFileName(m_record.Timestamp);
-    Database::SaveDocument(m_path, m_record, Database::Sequential);
+    if (!Database::SaveDocument(m_path, m_record, Database::Sequential)) {
+        m_path.clear();
+        tellNotSaved();
+    }
 }
 
 void Workspace::deleteDocument()
@@ -907,6 +940,8 @@ void Workspace::deleteDocument()
     if (!m_ask(this, QStringLiteral("このドキュメントを削除しますか?")))
         return;
     setDocument(NothingView);
+    if (Document() == DocumentView)
+        return;
     if (!QFile::remove(m_path))
         RuntimeLog::note("Workspace: delete", QStringLiteral("could not delete %1").arg(m_path));
     setDocument(WelcomeView);
@@ -1149,6 +1184,9 @@ bool Workspace::QueryUnload(CloseMode mode)
         return false;
     }
     setDocument(NothingView);
+    // A document that could not be saved keeps the program open with it.
+    if (Document() == DocumentView)
+        return false;
     sayWhenGraphic(QStringLiteral("Thank you."));
     if (m_infoDlg)
         ErrorTrap::run("Workspace::QueryUnload: tool dialog", [this] { m_infoDlg->close(); });

@@ -168,8 +168,10 @@ private:
     void showNotice(const QString &topic, const QString &content);
     void showInInfoBar(const QString &topic, const QString &content);
 
-    void leaveDocument();
-    void saveCurrentDocument();
+    void enterDocument();
+    bool leaveDocument();
+    bool saveCurrentDocument();
+    void tellNotSaved();
     static QDateTime currentSecond();
     void openTemplate(qint16 templateNumber);
     void openDocument(const QString &path);

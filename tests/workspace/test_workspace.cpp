@@ -11,6 +11,7 @@
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchPanel.h"
+#include "support/FileSizeLimit.h"
 #include "tools/IME.h"
 #include "tools/InfoDlg.h"
 #include "tools/QuestionBox.h"
@@ -136,6 +137,7 @@ private slots:
     void copyOfANeverSavedDocumentKeepsTheOriginal();
     void documentThatCannotBeReadStaysClosed();
     void reopenedDocumentShowsItsFormatAtOnce();
+    void failedSaveKeepsTheDocumentOnTheScreen();
     void systemAndPrinterMenus();
     void closingSavesAndSpeaks();
     void fontLinkGuard();
@@ -1009,6 +1011,48 @@ void WorkspaceTest::reopenedDocumentShowsItsFormatAtOnce()
     QVERIFY(bar->SideMenuBarMiniChannels(SideMenuBar::AlignCenter)->value());
     QVERIFY(!bar->SideMenuBarMiniChannels(SideMenuBar::AlignRight)->value());
     QVERIFY(bar->SideMenuBarMiniChannels(SideMenuBar::Bullet)->value());
+}
+
+// A save that fails (the disk full) never drops the text: the document stays
+// on the screen, the user is told, and the program does not quit with it.
+void WorkspaceTest::failedSaveKeepsTheDocumentOnTheScreen()
+{
+    QStringList told;
+    w->setMessageRoutine([&told](QWidget *, const QString &message) { told.append(message); });
+    clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::TemplatesPage), 0, 0);
+    auto *applet = qobject_cast<DatabaseApplet *>(w->activeApplet());
+    typeText(applet->WordProcessors(1), QStringLiteral("消えてはいけない文"));
+    w->SideMenuBars(100)->titleField()->setText(QStringLiteral("大事"));
+    const QString notSaved = QStringLiteral("このドキュメントを保存できませんでした。\n書いた文章は画面に残してあります。"
+                                            "ディスクの空きを確かめてから、もう一度 [保存して閉じる] をクリックしてください。");
+    {
+        FileSizeLimit full(10);
+        click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Save));
+        QCOMPARE(told, QStringList{notSaved});
+        QCOMPARE(w->Document(), 10);
+        QVERIFY(!w->welcomeBox()->isVisible());
+        QCOMPARE(applet->WordProcessors(1)->toPlainText(), QStringLiteral("消えてはいけない文"));
+        QCOMPARE(w->SideMenuBars(100)->titleField()->text(), QStringLiteral("大事"));
+        QVERIFY(w->currentPath().isEmpty());
+        // Neither a copy nor quitting goes on without it.
+        click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Copy));
+        click(w->Channels(2));
+        QCOMPARE(told.size(), 3);
+        QVERIFY(w->isVisible());
+        QCOMPARE(w->Document(), 10);
+        QCOMPARE(w->SideMenuBars(100)->titleField()->text(), QStringLiteral("大事"));
+    }
+    QVERIFY(documentFiles().isEmpty());
+
+    // With room again the same click saves it.
+    click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Save));
+    QCOMPARE(told.size(), 3);
+    QVERIFY(w->welcomeBox()->isVisible());
+    QCOMPARE(documentFiles().size(), 1);
+    const DocumentRecord saved = Database::LoadDocument(SettingsStore::DocumentFolder() + u'/' + documentFiles().first(),
+                                                        Database::Sequential);
+    QCOMPARE(saved.DocumentTitle, QStringLiteral("大事"));
+    QVERIFY(saved.Pages.first().Items.first().Text.contains(QStringLiteral("\\'8f\\'c1")));
 }
 
 void WorkspaceTest::systemAndPrinterMenus()
