@@ -3,11 +3,15 @@
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchTheme.h"
 
+#include <QGuiApplication>
 #include <QHBoxLayout>
+#include <QScreen>
 #include <QLabel>
 #include <QPainter>
 #include <QPainterPath>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 QuestionBox::QuestionBox(const QString &question, QWidget *parent, Kind kind)
     : QDialog(parent, Qt::Dialog | Qt::FramelessWindowHint)
@@ -27,6 +31,15 @@ QuestionBox::QuestionBox(const QString &question, QWidget *parent, Kind kind)
     QPalette ink = m_question->palette();
     ink.setColor(QPalette::WindowText, TouchTheme::ink());
     m_question->setPalette(ink);
+    // Each line of the text is a phrase: the box is wide enough for the
+    // longest one, so that no line breaks inside a word, as far as the
+    // screen allows.
+    int widest = 0;
+    for (const QString &line : question.split(u'\n'))
+        widest = std::max(widest, QFontMetrics(m_question->font()).horizontalAdvance(line));
+    if (const QScreen *screen = QGuiApplication::primaryScreen())
+        widest = std::min(widest, screen->availableGeometry().width() * 9 / 10 - 96);
+    m_question->setMinimumWidth(widest + 4);
 
     m_yes->setObjectName(QStringLiteral("QuestionYes"));
     m_no->setObjectName(QStringLiteral("QuestionNo"));

@@ -683,8 +683,9 @@ bool Workspace::leaveDocument()
 void Workspace::tellNotSaved()
 {
     m_tell(this, QStringLiteral("このドキュメントを保存できませんでした。\n"
-                                "書いた文章は画面に残してあります。"
-                                "ディスクの空きを確かめてから、もう一度 [保存して閉じる] をクリックしてください。"));
+                                "書いた文章は画面に残してあります。\n"
+                                "ディスクの空きを確かめてから、\n"
+                                "もう一度 [保存して閉じる] をクリックしてください。"));
 }
 
 // Now, to the second: the precision of a document's save time.
@@ -894,7 +895,8 @@ void Workspace::openDocument(const QString &path)
         // Opened blank, it would be saved blank over the file: it stays
         // closed, and the user hears why.
         m_tell(this, QStringLiteral("このドキュメントを開けませんでした。\n"
-                                    "ファイルが読み取れません。ファイルはそのまま残してあります。"));
+                                    "ファイルが読み取れません。\n"
+                                    "ファイルはそのまま残してあります。"));
         return;
     }
     m_path = path;

@@ -86,13 +86,14 @@ def write_document(name, title, body, stamp="2026-01-02 03:04:05"):
 class Lantern:
     """The running program on one display."""
 
-    def __init__(self, display, args=()):
+    def __init__(self, display, args=(), file_size_limit=None):
         import pyatspi
         self.pyatspi = pyatspi
         self.display = display
         self.env = dict(os.environ, DISPLAY=display, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.log = open(os.path.join(os.environ.get("LANTERN_TEST_ROOT", "/tmp"), "lantern.log"), "a")
-        self.process = subprocess.Popen([PROGRAM, *args], env=self.env, stdout=self.log, stderr=self.log)
+        self.process = subprocess.Popen([PROGRAM, *args], env=self.env, stdout=self.log, stderr=self.log,
+                                        preexec_fn=self._full_disk(file_size_limit) if file_size_limit else None)
         self.app = None
         deadline = time.time() + 30
         while time.time() < deadline and self.app is None:
@@ -100,6 +101,22 @@ class Lantern:
                 if app is not None and app.name == "Fernwick Nib 2007" and self._pid(app) in (None, self.process.pid):
                     self.app = app
             time.sleep(0.2)
+
+    @staticmethod
+    def _full_disk(limit):
+        """A disk that fills up at `limit` bytes a file: writes beyond it fail
+        (SIGXFSZ ignored, which the program inherits)."""
+        def apply():
+            import resource
+            import signal
+            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+            resource.setrlimit(resource.RLIMIT_FSIZE, (limit, resource.RLIM_INFINITY))
+        return apply
+
+    def make_room(self):
+        """Lifts the file-size limit of the running program."""
+        import resource
+        resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
 
     @staticmethod
     def _pid(app):
@@ -259,14 +276,15 @@ class Lantern:
 class Screen:
     """A private display with the program on it, for a `with` block."""
 
-    def __init__(self, width, height, args=()):
+    def __init__(self, width, height, args=(), file_size_limit=None):
         self.width, self.height, self.args = width, height, args
+        self.file_size_limit = file_size_limit
         self.xvfb = None
         self.lantern = None
 
     def __enter__(self):
         self.xvfb, display = start_display(self.width, self.height)
-        self.lantern = Lantern(display, self.args)
+        self.lantern = Lantern(display, self.args, self.file_size_limit)
         return self.lantern
 
     def __exit__(self, *exc):

@@ -261,7 +261,7 @@ def opening_a_document_that_cannot_be_read():
         os.remove(path)
         os.mkdir(path)
         lantern.click(cell, pause=1.0)
-        message = lantern.find("このドキュメントを開けませんでした。\nファイルが読み取れません。ファイルはそのまま残してあります。",
+        message = lantern.find("このドキュメントを開けませんでした。\nファイルが読み取れません。\nファイルはそのまま残してあります。",
                                "label", timeout=5)
         check("the user is told plainly that it could not be opened", message is not None)
         lantern.screenshot("journey-unreadable-1366x768")
@@ -274,6 +274,32 @@ def opening_a_document_that_cannot_be_read():
     check("nothing was written where the document was", os.path.isdir(path) and not os.listdir(path))
     check("and no other file was made", [f for f in document_files() if os.path.isfile(f)] == [], document_files())
     shutil.rmtree(path, ignore_errors=True)
+
+
+def saving_on_a_full_disk():
+    not_saved = ("このドキュメントを保存できませんでした。\n書いた文章は画面に残してあります。\n"
+                 "ディスクの空きを確かめてから、\nもう一度 [保存して閉じる] をクリックしてください。")
+    with Screen(1366, 768, file_size_limit=64) as lantern:
+        editor = open_blank(lantern)
+        lantern.click(editor)
+        lantern.type("Words that must not be lost")
+        lantern.click_named("保存して閉じる", pause=1.0)
+        check("a save that fails says so plainly", lantern.find(not_saved, "label", timeout=5) is not None)
+        lantern.screenshot("journey-full-disk-1366x768")
+        close = lantern.find_all(lambda n: n.getRoleName() == "push button" and n.name == "閉じる")
+        if close:
+            lantern.click(close[-1])
+        editor = lantern.editor(timeout=2)
+        check("the document stays on the screen with its words",
+              editor is not None and lantern.text_of(editor) == "Words that must not be lost",
+              lantern.text_of(editor) if editor else None)
+        check("nothing cut was left in the folder", [f for f in document_files() if os.path.getsize(f) > 0] == [],
+              document_files())
+        lantern.make_room()
+        lantern.click_named("保存して閉じる", pause=1.0)
+        files = document_files()
+        check("with room again the same button saves it", len(files) == 1 and "Words that must not be lost" in
+              read_document(files[0])[2], files)
 
 
 def reopening_a_centred_bulleted_document():
@@ -303,7 +329,7 @@ def main():
     journeys = [moving_up_and_down_with_the_pad_arrows, opening_the_pads_in_any_order,
                 smart_pencil_opens_the_pad_beside_the_calculator, zooming_in_and_out,
                 finding_the_way_back_after_closing_the_welcome_box, putting_the_pad_away_and_converting_with_kanji_off,
-                copying_a_document_never_saved, opening_a_document_that_cannot_be_read,
+                copying_a_document_never_saved, opening_a_document_that_cannot_be_read, saving_on_a_full_disk,
                 reopening_a_centred_bulleted_document]
     only = os.environ.get("LANTERN_JOURNEY")
     for journey in journeys:

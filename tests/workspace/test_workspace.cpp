@@ -972,7 +972,7 @@ void WorkspaceTest::documentThatCannotBeReadStaysClosed()
         click(w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab));
         clickCell(w->welcomeBox()->MenuBoxFigures(WelcomeBox::RecentPage), 0, 0);
         QCOMPARE(told.size(), 1);
-        QCOMPARE(told.first(), QStringLiteral("このドキュメントを開けませんでした。\nファイルが読み取れません。ファイルはそのまま残してあります。"));
+        QCOMPARE(told.first(), QStringLiteral("このドキュメントを開けませんでした。\nファイルが読み取れません。\nファイルはそのまま残してあります。"));
         QVERIFY(w->welcomeBox()->isVisible());
         click(w->Channels(2));
         QCOMPARE(QFileInfo(path).isDir(), folder);
@@ -1023,8 +1023,8 @@ void WorkspaceTest::failedSaveKeepsTheDocumentOnTheScreen()
     auto *applet = qobject_cast<DatabaseApplet *>(w->activeApplet());
     typeText(applet->WordProcessors(1), QStringLiteral("消えてはいけない文"));
     w->SideMenuBars(100)->titleField()->setText(QStringLiteral("大事"));
-    const QString notSaved = QStringLiteral("このドキュメントを保存できませんでした。\n書いた文章は画面に残してあります。"
-                                            "ディスクの空きを確かめてから、もう一度 [保存して閉じる] をクリックしてください。");
+    const QString notSaved = QStringLiteral("このドキュメントを保存できませんでした。\n書いた文章は画面に残してあります。\n"
+                                            "ディスクの空きを確かめてから、\nもう一度 [保存して閉じる] をクリックしてください。");
     {
         FileSizeLimit full(10);
         click(w->SideMenuBars(100)->SideMenuBarMiniChannels(SideMenuBar::Save));
