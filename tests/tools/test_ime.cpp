@@ -1,3 +1,4 @@
+#include "support/PadDriver.h"
 #include "tools/IME.h"
 
 #include <QApplication>
@@ -9,9 +10,9 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-// The bridge without a running input method (the real one is exercised in
-// ibusbridge): its key table, sentence mode, last result and reading,
-// detaching, and starting or raising programs.
+// The bridge without a running input method (the real one is driven in
+// ibusbridge): the keys it sends, the last result and its reading, detaching,
+// and starting or raising programs.
 class TestIME : public QObject
 {
     Q_OBJECT
@@ -27,58 +28,50 @@ private:
         return query.value(Qt::ImEnabled).toBool();
     }
 
+    // A program that writes its arguments to a marker file.
     static QString fakeProgram(const QString &name, const QString &marker)
     {
         const QString folder = qEnvironmentVariable("HOME") + QStringLiteral("/bin");
         QDir().mkpath(folder);
-        const QString path = folder + u'/' + name;
-        QFile file(path);
+        QFile file(folder + u'/' + name);
         file.open(QIODevice::WriteOnly);
         file.write(QStringLiteral("#!/bin/sh\necho \"$@\" > '%1'\n").arg(marker).toUtf8());
         file.close();
         file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        return path;
+        return file.fileName();
     }
 
 private slots:
     void initTestCase()
     {
-        auto *layout = new QVBoxLayout(&window);
-        edit = new QTextEdit;
-        layout->addWidget(edit);
+        (new QVBoxLayout(&window))->addWidget(edit = new QTextEdit);
         window.setWindowTitle(QStringLiteral("書きもの"));
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
         edit->setFocus();
     }
 
-    void keyCodesAndTheirKeys()
+    void keyPressSendsTheInputMethodsKeys_data()
     {
-        QCOMPARE(IME::keysFor(0), QString());
-        QCOMPARE(IME::keysFor(1), QStringLiteral("{KANA}"));
-        QCOMPARE(IME::keysFor(2), QStringLiteral("{KANJI}"));
-        QCOMPARE(IME::keysFor(3), QStringLiteral("{CONVERT}"));
-        QCOMPARE(IME::keysFor(4), QStringLiteral("{NONCONVERT}"));
-        QCOMPARE(IME::keysFor(5), QStringLiteral("{ESCAPE}"));
-        QCOMPARE(IME::keysFor(6), QStringLiteral("{PRTSC}"));
-        QCOMPARE(IME::keysFor(-1), QString());
-        QCOMPARE(IME::keysFor(7), QString());
+        QTest::addColumn<int>("code");
+        QTest::addColumn<QString>("keys");
+        const QStringList keys{"", "{KANA}", "{KANJI}", "{CONVERT}", "{NONCONVERT}", "{ESCAPE}", "{PRTSC}", ""};
+        for (int code = -1; code <= 7; ++code)
+            QTest::addRow("code %d", code) << code << (code < 0 ? QString() : keys.value(code));
     }
 
-    void noKeyAndProcessEventsSendNothing()
+    void keyPressSendsTheInputMethodsKeys()
     {
+        QFETCH(int, code);
+        QFETCH(QString, keys);
         IME ime;
         ime.setHandle(&window);
-        edit->setPlainText(QStringLiteral("abc"));
+        SentKeys sent;
         bool ran = false;
         QMetaObject::invokeMethod(this, [&ran] { ran = true; }, Qt::QueuedConnection);
-        ime.KeyPress(0, true);
-        ime.KeyPress(-1, false);
-        QVERIFY(ran);   // pending events were processed once
-        QTest::qWait(20);
-        QCOMPARE(edit->toPlainText(), QStringLiteral("abc"));
-        // Escape reaches the focused control as a key.
-        ime.KeyPress(IME::EscapeKey);
+        ime.KeyPress(code, false);
+        QCOMPARE(ran, code == IME::ProcessEvents);   // -1 only lets pending events run
+        QCOMPARE(sent.take(), SentKeys::of(keys));
     }
 
     void withoutAnInputMethodNothingIsOpen()
@@ -90,51 +83,33 @@ private slots:
         QCOMPARE(IME::IMEStatus(), 0);
     }
 
-    // The sentence mode is written, the conversion mode only read.
-    void convertReplacesTheSentenceModeAndReturnsTheOldOne()
-    {
-        IME ime;
-        ime.setHandle(&window);
-        QCOMPARE(ime.Convert(-1), 8);
-        QCOMPARE(ime.Convert(-1), 8);
-        QCOMPARE(ime.Convert(1), 8);
-        QCOMPARE(ime.Convert(-1), 1);
-        QCOMPARE(ime.Convert(0), 1);
-        QCOMPARE(ime.Convert(-1), 0);
-    }
-
     void readGivesTheLastResultAndItsReading()
     {
         IME ime;
         ime.setHandle(&window);
         QCOMPARE(ime.Read(), QStringLiteral("\r\n"));
-        auto send = [this](const QString &preedit, const QString &commit) {
+        const auto send = [](QWidget *to, const QString &preedit, const QString &commit) {
             QInputMethodEvent event(preedit, {});
             event.setCommitString(commit);
-            QCoreApplication::sendEvent(edit, &event);
+            QCoreApplication::sendEvent(to, &event);
         };
-        send(QStringLiteral("に"), {});
-        send(QStringLiteral("にほんg"), {});
-        send(QStringLiteral("にほんご"), {});
-        send(QStringLiteral("日本語"), {});
-        send({}, QStringLiteral("日本語"));
+        for (const char *step : {"に", "にほんg", "にほんご", "日本語"})
+            send(edit, QString::fromUtf8(step), {});
+        send(edit, {}, QStringLiteral("日本語"));
         QCOMPARE(ime.Read(), QStringLiteral("日本語\r\nにほんご"));
         // Kana applied without conversion are their own reading.
-        send(QStringLiteral("かな"), {});
-        send({}, QStringLiteral("かな"));
+        send(edit, QStringLiteral("かな"), {});
+        send(edit, {}, QStringLiteral("かな"));
         QCOMPARE(ime.Read(), QStringLiteral("かな\r\nかな"));
         // Another window's compositions are not ours.
         QLineEdit other;
-        QInputMethodEvent event(QString(), {});
-        event.setCommitString(QStringLiteral("他"));
-        QCoreApplication::sendEvent(&other, &event);
+        send(&other, {}, QStringLiteral("他"));
         QCOMPARE(ime.Read(), QStringLiteral("かな\r\nかな"));
     }
 
     void dissociateDetachesTheWholeWindowUntilAssociate()
     {
         IME ime;
-        QVERIFY(imEnabled(edit));
         ime.Dissociate();   // no window yet: nothing to detach
         QVERIFY(imEnabled(edit));
         ime.setHandle(&window);
@@ -145,10 +120,8 @@ private slots:
         ime.Associate();
         QVERIFY(imEnabled(edit));
         ime.Dissociate();
-        {
-            IME gone;   // a second object has no say over the window
-            QVERIFY(!imEnabled(edit));
-        }
+        delete new IME;   // a second object has no say over the window
+        QVERIFY(!imEnabled(edit));
         ime.Associate();
     }
 
@@ -156,8 +129,7 @@ private slots:
     {
         IME ime;
         const QString marker = qEnvironmentVariable("HOME") + QStringLiteral("/started");
-        const QString program = fakeProgram(QStringLiteral("helper"), marker);
-        ime.Activate(program + QStringLiteral(" /T"), QString(), false);
+        ime.Activate(fakeProgram(QStringLiteral("helper"), marker) + QStringLiteral(" /T"), QString(), false);
         QTRY_VERIFY(QFile::exists(marker));
         QFile file(marker);
         QVERIFY(file.open(QIODevice::ReadOnly));
@@ -169,7 +141,6 @@ private slots:
         QVERIFY(QTest::qWaitForWindowActive(&other));
         ime.Activate(QString(), QStringLiteral("書きもの"), true);
         QVERIFY(window.isActiveWindow());
-
         // Missing programs, unknown titles and empty arguments are ignored.
         ime.Activate(QStringLiteral("/no/such/program"), QString(), false);
         ime.Activate(QString(), QStringLiteral("no such window"), false);
