@@ -30,7 +30,7 @@ import sys
 from collections import Counter
 from decimal import Decimal as PyDecimal, ROUND_HALF_EVEN, ROUND_HALF_UP, localcontext
 
-sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
+sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "..", "support"))
 import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
 
 MAX = 2**96 - 1
@@ -282,7 +282,7 @@ def same(expected, actual_text):
 def main():
     seed = int(os.environ.get("LANTERN_DECIMAL_SEED", "20261123"))
     rng = random.Random(seed)
-    build = os.environ.get("LANTERN_BUILD_DIR", os.path.join(os.path.dirname(__file__), "..", "..", "build"))
+    build = os.environ.get("LANTERN_BUILD_DIR", os.path.join(os.path.dirname(__file__), "..", "..", "..", "build"))
     probe = os.path.join(build, "tests", "decimal_probe")
 
     operations = {"add": add, "sub": subtract, "mul": multiply, "div": divide}

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # rtfconv on RTF files and saved documents, and on input it must refuse.
 set -u
-. "$(dirname "$0")/../support/isolation.sh"
+. "$(dirname "$0")/../../support/isolation.sh"
 conv="$LANTERN_PROGRAM_DIR/rtfconv"
 work=$(mktemp -d "${LANTERN_TEST_ROOT:-/tmp}/rtfconv.XXXXXX")
 failures=0

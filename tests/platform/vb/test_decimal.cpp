@@ -5,7 +5,7 @@
 #include <functional>
 
 // The decimal type's results written out by hand for the cases where the
-// rules matter most; tests/platform/test_decimal_reference.py checks many
+// rules matter most; test_decimal_reference.py checks many
 // thousands of random ones against an exact reference.
 class TestDecimal : public QObject
 {
