@@ -567,6 +567,7 @@ void DatabaseApplet::boxEdited(int index)
         return;
     m_unsaved.insert(index);
     m_idleSync.start();
+    emit edited();
 }
 
 WordProcessor *DatabaseApplet::activeWordProcessor() const

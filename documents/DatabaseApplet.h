@@ -66,6 +66,10 @@ public:
     // the paragraph's start. Grids are left as they are.
     static void formatParagraph(QWidget *control, const QString &fontName, double size, const QColor &colour);
 
+signals:
+    // The text of a box or its formatting changed.
+    void edited();
+
 private:
     void applyZoom(qint32 zoom);
     void zoomShownPage(qint32 from, qint32 zoom);

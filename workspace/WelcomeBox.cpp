@@ -101,9 +101,29 @@ WelcomeBox::WelcomeBox(QWidget *parent)
     m_pages[0] = buildTemplatesPage();
     m_pages[1] = buildRecentPage();
 
+    // Writing that a crash or a power cut kept from being saved.
+    m_leftBehind = new QWidget(this);
+    // A warm band, so that the offer is seen before anything else.
+    m_leftBehind->setAutoFillBackground(true);
+    QPalette band = m_leftBehind->palette();
+    band.setColor(QPalette::Window, QColor(0xff, 0xe8, 0xc4));
+    m_leftBehind->setPalette(band);
+    m_leftBehindText = line(QString(), m_leftBehind, 24);
+    m_leftBehindButton = new TouchButton(QStringLiteral("その文章を開く"), m_leftBehind);
+    m_leftBehindButton->setObjectName(QStringLiteral("LeftBehindButton"));
+    m_leftBehindButton->setTip(QStringLiteral("クリックすると、保存されないまま残っていた文章を開きます。"));
+    connect(m_leftBehindButton, &QAbstractButton::clicked, this, &WelcomeBox::leftBehindChosen);
+    auto *leftBehindRow = new QHBoxLayout(m_leftBehind);
+    leftBehindRow->setContentsMargins(12, 8, 12, 8);
+    leftBehindRow->setSpacing(16);
+    leftBehindRow->addWidget(m_leftBehindText, 1);
+    leftBehindRow->addWidget(m_leftBehindButton);
+    m_leftBehind->hide();
+
     auto *layout = new QVBoxLayout(this);
     layout->setSpacing(12);
     layout->addLayout(head);
+    layout->addWidget(m_leftBehind);
     layout->addWidget(m_pages[0], 1);
     layout->addWidget(m_pages[1], 1);
 
@@ -222,6 +242,17 @@ void WelcomeBox::setBoxSize(const QSize &size)
     m_templates->verticalHeader()->setDefaultSectionSize(std::max(96, size.height() / 6));
     for (int row = 0; row < m_templates->rowCount(); ++row)
         m_templates->setRowHeight(row, std::max(96, size.height() / 6));
+}
+
+void WelcomeBox::offerLeftBehind(const std::optional<QString> &title)
+{
+    if (!title) {
+        m_leftBehind->hide();
+        return;
+    }
+    const QString name = title->trimmed().isEmpty() ? QStringLiteral("タイトルのない文章") : QStringLiteral("「%1」").arg(title->trimmed());
+    m_leftBehindText->setText(QStringLiteral("前回、保存されないまま終わった文章があります。\n%1").arg(name));
+    m_leftBehind->show();
 }
 
 // The title row takes what the time row leaves of the grid's height.

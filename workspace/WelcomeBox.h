@@ -6,6 +6,8 @@
 #include <QDateTime>
 #include <QList>
 
+#include <optional>
+
 class FlatScrollBar;
 class QLabel;
 class QTableWidget;
@@ -60,9 +62,15 @@ public:
     // Lays the box out for its size.
     void setBoxSize(const QSize &size);
 
+    // Offers back the text of a document that was not saved when the
+    // program last ended (its title, perhaps empty); nothing hides the offer.
+    void offerLeftBehind(const std::optional<QString> &title);
+    TouchButton *leftBehindButton() const { return m_leftBehindButton; }
+
 signals:
     void templateChosen(qint16 templateNumber);
     void documentChosen(const QString &path);
+    void leftBehindChosen();
     void closeRequested();
 
 protected:
@@ -81,6 +89,9 @@ private:
     void gridScrolled(int leftColumn);
 
     QList<TouchButton *> m_buttons;
+    QWidget *m_leftBehind = nullptr;
+    QLabel *m_leftBehindText = nullptr;
+    TouchButton *m_leftBehindButton = nullptr;
     QWidget *m_pages[2] = {nullptr, nullptr};
     QTableWidget *m_templates = nullptr;
     QTableWidget *m_recent = nullptr;

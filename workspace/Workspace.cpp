@@ -8,6 +8,7 @@
 #include "app/SettingsStore.h"
 #include "documents/Database.h"
 #include "documents/DatabaseApplet.h"
+#include "documents/RecoveryJournal.h"
 #include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
 #include "platform/HelpViewer.h"
@@ -86,6 +87,9 @@ const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
 // How long a notice stays in the information bar.
 constexpr int NoticeMilliseconds = 10000;
+// How long typing pauses before the text goes to the journal: with the
+// write itself, well within two seconds of the last key.
+constexpr int JournalPauseMilliseconds = 1200;
 
 QString skinFolder()
 {
@@ -161,6 +165,7 @@ Workspace::Workspace(QWidget *parent)
     connect(m_welcome, &WelcomeBox::templateChosen, this, &Workspace::openTemplate);
     connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
     connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
+    connect(m_welcome, &WelcomeBox::leftBehindChosen, this, &Workspace::openLeftBehind);
 
     // With nothing open, one big button leads back to the documents.
     m_backToStart = new TouchButton(QStringLiteral("ドキュメントを選ぶ"), this);
@@ -201,8 +206,18 @@ Workspace::Workspace(QWidget *parent)
     if (!m_bus->registerObject())
         RuntimeLog::note("Workspace::Load", QStringLiteral("no session bus for the window's commands"));
 
+    // What the user writes reaches the disk a moment after they pause, so
+    // that a crash loses none of it.
+    m_journal = new RecoveryJournal(this);
+    m_journalTimer.setSingleShot(true);
+    m_journalTimer.setInterval(JournalPauseMilliseconds);
+    connect(&m_journalTimer, &QTimer::timeout, this, &Workspace::keepInJournal);
+    connect(m_documentBar->titleField(), &QLineEdit::textEdited, &m_journalTimer, qOverload<>(&QTimer::start));
+
     // The document applet.
-    addApplet(new DatabaseApplet(this));
+    auto *document = new DatabaseApplet(this);
+    connect(document, &DatabaseApplet::edited, &m_journalTimer, qOverload<>(&QTimer::start));
+    addApplet(document);
 
     connectHints(this);
     // The character is on for the window's life; showing it is a setting.
@@ -627,7 +642,14 @@ void Workspace::setDocument(qint16 view)
         m_welcome->show();
         // The box opens on its templates; the recent list, which reads every
         // document's header, is filled in once the window is on the screen.
-        whenPictureShown([this] { ErrorTrap::run("Workspace::Document: lists", [this] { m_welcome->fillLists(); }); });
+        whenPictureShown([this] {
+            ErrorTrap::run("Workspace::Document: lists", [this] {
+                m_welcome->fillLists();
+                const std::optional<RecoveryJournal::Entry> leftBehind = m_journal->leftBehind();
+                m_welcome->offerLeftBehind(leftBehind ? std::optional<QString>(leftBehind->record.DocumentTitle)
+                                                      : std::nullopt);
+            });
+        });
         break;
     case DocumentView:
         enterDocument();
@@ -656,6 +678,8 @@ void Workspace::enterDocument()
         bool changed = true;
         applet_propertiesChanged(changed, QVariant(), QStringLiteral("All Properties"));
     }
+    // Putting the document on the screen changed its boxes, not its text.
+    m_journalTimer.stop();
     layOut();
 }
 
@@ -705,12 +729,40 @@ bool Workspace::saveCurrentDocument()
     m_record.Timestamp = firstSave ? Database::FreeSaveTime(QDateTime::currentDateTime()) : currentSecond();
     if (firstSave)
         m_path = Database::NewFileName(m_record.Timestamp);
-    if (Database::SaveDocument(m_path, m_record, Database::Sequential))
+    m_journalTimer.stop();
+    if (Database::SaveDocument(m_path, m_record, Database::Sequential)) {
+        m_journal->discard();
         return true;
-    // Not on the disk: the next try picks a free name again.
+    }
+    // Not on the disk: the next try picks a free name again, and meanwhile
+    // the journal holds the text.
     if (firstSave)
         m_path.clear();
+    m_journal->keep(m_path, m_record);
     return false;
+}
+
+void Workspace::keepInJournal()
+{
+    if (Document() != DocumentView)
+        return;
+    if (m_active)
+        m_active->syncRecord();
+    DocumentRecord record = m_record;
+    record.DocumentTitle = m_documentBar->titleField()->text();
+    m_journal->keep(m_path, record);
+}
+
+// Text a run ended without saving opens as the document it was.
+void Workspace::openLeftBehind()
+{
+    const std::optional<RecoveryJournal::Entry> entry = m_journal->leftBehind();
+    if (!entry)
+        return;
+    m_journal->adopt(entry->run);
+    m_path = entry->origin;
+    m_record = entry->record;
+    setDocument(DocumentView);
 }
 
 // ---- The main buttons ----------------------------------------------------
@@ -917,6 +969,8 @@ void Workspace::revertDocument()
         ErrorTrap::run("Workspace: revert", [this] { m_active->setDocument(0); });
     }
     m_record = stored;
+    m_journalTimer.stop();
+    m_journal->discard();
     setDocument(DocumentView);
 }
 

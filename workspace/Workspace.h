@@ -21,6 +21,7 @@ class Printing;
 class QAction;
 class QLabel;
 class QMenu;
+class RecoveryJournal;
 class SettingsBox;
 class Wallpaper;
 class SideMenuBar;
@@ -97,6 +98,8 @@ public:
     // The current document and its file; the path is empty until it is saved.
     DocumentRecord &currentRecord() { return m_record; }
     QString currentPath() const { return m_path; }
+    // Where unsaved writing is kept until the document is saved.
+    RecoveryJournal *journal() const { return m_journal; }
 
     bool calculatorFlag() const { return m_calculator; }
     // True until the window's first full picture (after Start) is on the
@@ -173,6 +176,8 @@ private:
     bool saveCurrentDocument();
     void tellNotSaved();
     static QDateTime currentSecond();
+    void keepInJournal();
+    void openLeftBehind();
     void openTemplate(qint16 templateNumber);
     void openDocument(const QString &path);
     void revertDocument();
@@ -209,6 +214,8 @@ private:
     Applet *m_active = nullptr;
     DocumentRecord m_record;
     QString m_path;
+    RecoveryJournal *m_journal = nullptr;
+    QTimer m_journalTimer;
     QuestionRoutine m_ask;
     MessageRoutine m_tell;
     CloseMode m_closeMode = ControlMenu;

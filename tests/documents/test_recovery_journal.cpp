@@ -1,0 +1,94 @@
+#include "documents/Database.h"
+#include "documents/RecoveryJournal.h"
+
+#include <QDir>
+#include <QTest>
+
+// What one run keeps is what the next run finds: the newest text, its title
+// and the file it belongs to; nothing once saved; a run never offers its own.
+class TestRecoveryJournal : public QObject
+{
+    Q_OBJECT
+
+    static DocumentRecord written(const QString &title, const QString &text)
+    {
+        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+        record.DocumentTitle = title;
+        record.page(1).item(1).Text = text;
+        return record;
+    }
+
+    static QString leftBehindTitle()
+    {
+        const std::optional<RecoveryJournal::Entry> entry = RecoveryJournal().leftBehind();
+        return entry ? entry->record.DocumentTitle : QStringLiteral("(nothing)");
+    }
+
+private slots:
+    void init() { QDir(RecoveryJournal::folder()).removeRecursively(); }
+
+    void theNextRunFindsTheNewestText()
+    {
+        RecoveryJournal crashed;
+        crashed.keep(QStringLiteral("/documents/letter.TXT"), written(QStringLiteral("first"), QStringLiteral("a")));
+        crashed.keep(QStringLiteral("/documents/letter.TXT"), written(QStringLiteral("梅の花"), QStringLiteral("{\\rtf1 梅が咲きました}")));
+        crashed.flush();
+        QCOMPARE(crashed.leftBehind().has_value(), false);
+
+        const std::optional<RecoveryJournal::Entry> found = RecoveryJournal().leftBehind();
+        QVERIFY(found);
+        QCOMPARE(found->origin, QStringLiteral("/documents/letter.TXT"));
+        QCOMPARE(found->record.DocumentTitle, QStringLiteral("梅の花"));
+        QCOMPARE(found->record.page(1).item(1).Text, QStringLiteral("{\\rtf1 梅が咲きました}"));
+    }
+
+    void aNewDocumentHasNoFile()
+    {
+        RecoveryJournal crashed;
+        crashed.keep(QString(), written(QString(), QStringLiteral("x")));
+        crashed.flush();
+        const std::optional<RecoveryJournal::Entry> found = RecoveryJournal().leftBehind();
+        QVERIFY(found);
+        QCOMPARE(found->origin, QString());
+    }
+
+    void savedTextIsNotOffered()
+    {
+        RecoveryJournal saved;
+        saved.keep(QString(), written(QStringLiteral("kept"), QStringLiteral("x")));
+        saved.discard();
+        QCOMPARE(leftBehindTitle(), QStringLiteral("(nothing)"));
+    }
+
+    void theNewestRunComesFirst()
+    {
+        RecoveryJournal older;
+        older.keep(QString(), written(QStringLiteral("older"), QStringLiteral("x")));
+        older.flush();
+        RecoveryJournal newer;
+        newer.keep(QString(), written(QStringLiteral("newer"), QStringLiteral("y")));
+        newer.flush();
+        QCOMPARE(leftBehindTitle(), QStringLiteral("newer"));
+    }
+
+    // Opened again, the text belongs to the run that opened it: saved there,
+    // it is offered no more; crashed again, it is offered again.
+    void adoptedTextFollowsItsNewRun()
+    {
+        {
+            RecoveryJournal crashed;
+            crashed.keep(QStringLiteral("/documents/a.TXT"), written(QStringLiteral("again"), QStringLiteral("x")));
+        }
+        RecoveryJournal reopening;
+        reopening.adopt(reopening.leftBehind()->run);
+        QCOMPARE(QDir(RecoveryJournal::folder()).entryList(QDir::Files).size(), 2);
+        QCOMPARE(leftBehindTitle(), QStringLiteral("again"));
+        QCOMPARE(RecoveryJournal().leftBehind()->origin, QStringLiteral("/documents/a.TXT"));
+        reopening.discard();
+        QCOMPARE(leftBehindTitle(), QStringLiteral("(nothing)"));
+        QCOMPARE(QDir(RecoveryJournal::folder()).entryList(QDir::Files), QStringList());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRecoveryJournal)
+#include "test_recovery_journal.moc"
