@@ -62,6 +62,7 @@ void PadDriver::clickButton(int index)
 {
     QAbstractButton *target = dialog->MiniChannels[index];
     click(target, target->rect().center());
+    settle();
 }
 
 void PadDriver::clickKeys(qint32 pad, const QList<QPoint> &cells)

@@ -1,97 +1,35 @@
 #include "app/Globals.h"
 #include "app/SettingsStore.h"
 #include "tools/IME.h"
-#include "tools/InfoDlg.h"
 #include "tools/KeypadView.h"
+#include "support/PadDriver.h"
 
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
-#include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
-#include <QTextEdit>
-#include <QVBoxLayout>
 
 // The character-input pad driven by mouse clicks, typing into a text edit
-// that keeps the focus, with the input method off (offscreen, no IBus).
+// that keeps the focus, with the input method off (no IBus here).
 class TestInfoDlgPad : public QObject
 {
     Q_OBJECT
 
 private:
+    std::unique_ptr<PadDriver> pad;
     InfoDlg *dialog = nullptr;
-    QWidget *window = nullptr;
-    QTextEdit *edit = nullptr;
-    QLineEdit *line = nullptr;
 
-    static QPoint cellCentre(int column, int row)
-    {
-        return QPoint((column - 1) * 30 + 10 + 15, (row - 1) * 30 + 10 + 15);
-    }
-
-    KeypadView *view(qint32 pad) const
-    {
-        return pad == 0 ? dialog->Numpad : dialog->Keypads[pad];
-    }
-
-    // A click at a position given in the pad's own 30-pixel units.
-    void clickAt(qint32 pad, QPoint at)
-    {
-        const double scale = dialog->padScale();
-        QTest::mouseClick(view(pad), Qt::LeftButton, {}, QPoint(qRound(at.x() * scale), qRound(at.y() * scale)));
-    }
-
-    void clickKeys(qint32 pad, const QList<QPoint> &cells)
-    {
-        if (pad != 0)
-            dialog->MiniChannels_Click(pad);
-        for (const QPoint &cell : cells)
-            clickAt(pad, cellCentre(cell.x(), cell.y()));
-        settle();
-    }
-
-    static void settle()
-    {
-        for (int i = 0; i < 3; ++i)
-            QCoreApplication::processEvents();
-    }
-
-    void focusEdit(const QString &text = QString())
-    {
-        edit->setPlainText(text);
-        edit->moveCursor(QTextCursor::End);
-        edit->setFocus();
-        QTRY_VERIFY(edit->hasFocus());
-    }
+    QString typed() const { return pad->edit->toPlainText(); }
 
 private slots:
     void initTestCase()
     {
-        Globals::InstallPath = QStringLiteral(LANTERN_PROGRAM_DIR);
-        dialog = new InfoDlg;
-        dialog->setPadScale(2.0);
-        dialog->Begin(InfoDlg::CharacterMode);
-        QVERIFY(QTest::qWaitForWindowExposed(dialog));
-
-        window = new QWidget;
-        auto *layout = new QVBoxLayout(window);
-        edit = new QTextEdit;
-        line = new QLineEdit;
-        layout->addWidget(edit);
-        layout->addWidget(line);
-        window->show();
-        window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window));
-    }
-
-    void cleanupTestCase()
-    {
-        delete dialog;
-        delete window;
+        pad = std::make_unique<PadDriver>(QStringLiteral(LANTERN_PROGRAM_DIR), InfoDlg::CharacterMode, 2.0);
+        dialog = pad->dialog;
+        QVERIFY(pad->show());
     }
 
     void init()
@@ -99,7 +37,7 @@ private slots:
         SettingsStore::Reset();
         dialog->Reload();
         dialog->setOptions(0);
-        focusEdit();
+        pad->focus(pad->edit);
     }
 
     void theDialogFloatsAndNeverTakesTheFocus()
@@ -111,205 +49,199 @@ private slots:
         QCOMPARE(dialog->MiniChannels.size(), 21);
         for (QAbstractButton *button : dialog->MiniChannels)
             QCOMPARE(button->focusPolicy(), Qt::NoFocus);
-        clickKeys(KeyTable::Hiragana, {{1, 1}});
-        dialog->MiniChannels_Click(10);
-        settle();
-        QVERIFY(edit->hasFocus());
-        QCOMPARE(QApplication::focusWidget(), edit);
+        pad->clickKeys(KeyTable::Hiragana, {{1, 1}});
+        pad->clickButton(10);
+        QCOMPARE(QApplication::focusWidget(), pad->edit);
     }
 
-    void hiraganaKeysTypeKanaWithTheInputMethodOff()
+    void keysTypeTheirCharacters_data()
     {
+        QTest::addColumn<int>("keypad");
+        QTest::addColumn<QList<QPoint>>("cells");
+        QTest::addColumn<QString>("text");
         // に ほ ん ご: the na, ha, wa and voiced ka lines of the table.
-        clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("にほんご"));
-        clickKeys(KeyTable::Hiragana, {{16, 1}, {17, 4}, {18, 2}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("にほんごぁっ。"));
+        QTest::newRow("hiragana") << 12 << QList<QPoint>{{5, 2}, {6, 5}, {10, 3}, {11, 5}, {16, 1}, {17, 4}, {18, 2}}
+                                  << QStringLiteral("にほんごぁっ。");
+        QTest::newRow("alphabet half-width") << 11 << QList<QPoint>{{1, 1}, {13, 4}, {17, 1}, {2, 5}} << "Az7.";
+        QTest::newRow("katakana") << 13 << QList<QPoint>{{1, 1}, {11, 1}, {17, 5}} << QStringLiteral("アガヴ");
+        QTest::newRow("symbol 1") << 14 << QList<QPoint>{{1, 1}} << QStringLiteral("、");
+        QTest::newRow("symbol 2") << 15 << QList<QPoint>{{1, 1}} << QStringLiteral("①");
+        QTest::newRow("number pad unchanged") << 0 << QList<QPoint>{{1, 1}, {2, 4}, {4, 3}, {3, 3}, {4, 1}, {4, 5}, {2, 2}}
+                                              << "700+\n5";
+        QTest::newRow("alphabet gap column 16") << 11 << QList<QPoint>{{16, 2}} << "";
+        QTest::newRow("row 6") << 11 << QList<QPoint>{{1, 6}} << "";
+        QTest::newRow("cell without a key") << 11 << QList<QPoint>{{20, 5}} << "";
+        QTest::newRow("number pad column 5") << 0 << QList<QPoint>{{5, 1}} << "";
     }
 
-    void otherPadsTypeTheirCharacters()
+    void keysTypeTheirCharacters()
     {
-        clickKeys(KeyTable::Alpha, {{1, 1}, {13, 4}, {17, 1}, {2, 5}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("Az7."));   // half-width with the input method off
-        clickKeys(KeyTable::Katakana, {{1, 1}, {11, 1}, {17, 5}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("Az7.アガヴ"));
-        clickKeys(KeyTable::Symbol1, {{1, 1}});
-        clickKeys(KeyTable::Symbol2, {{1, 1}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("Az7.アガヴ、①"));
+        QFETCH(int, keypad);
+        QFETCH(QList<QPoint>, cells);
+        QFETCH(QString, text);
+        pad->clickKeys(keypad, cells);
+        QCOMPARE(typed(), text);
     }
 
-    void numberPadSendsItsKeysUnchanged()
+    // Pixels in the pad's own units: 30-pixel keys, the first 10 from the edge.
+    void cellsUnderTheMouse_data()
     {
-        clickKeys(KeyTable::Number, {{1, 1}, {2, 4}, {4, 3}, {3, 3}, {4, 1}, {4, 5}, {2, 2}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("700+\n5"));
+        QTest::addColumn<int>("keypad");
+        QTest::addColumn<QPoint>("at");
+        QTest::addColumn<bool>("valid");
+        QTest::addColumn<QPoint>("cell");
+        QTest::newRow("alphabet column 15") << 11 << QPoint(459, 10) << true << QPoint(15, 1);
+        QTest::newRow("alphabet gap") << 11 << QPoint(460, 10) << false << QPoint(16, 1);
+        QTest::newRow("alphabet column 17") << 11 << QPoint(490, 10) << true << QPoint(17, 1);
+        QTest::newRow("hiragana column 16") << 12 << QPoint(460, 10) << true << QPoint(16, 1);
+        QTest::newRow("hiragana column 20") << 12 << QPoint(609, 159) << true << QPoint(20, 5);
+        QTest::newRow("hiragana column 21") << 12 << QPoint(610, 10) << false << QPoint(21, 1);
+        QTest::newRow("symbol row 6") << 14 << QPoint(20, 160) << false << QPoint(1, 6);
+        QTest::newRow("number pad corner") << 0 << QPoint(129, 159) << true << QPoint(4, 5);
+        QTest::newRow("number pad column 5") << 0 << QPoint(130, 10) << false << QPoint(5, 1);
     }
 
-    void pressesOnNoKeySelectNothing()
+    void cellsUnderTheMouse()
     {
-        focusEdit(QStringLiteral("x"));
-        dialog->MiniChannels_Click(KeyTable::Alpha);
-        clickAt(KeyTable::Alpha, cellCentre(16, 2));              // the gap column
-        clickAt(KeyTable::Alpha, cellCentre(1, 1) + QPoint(0, 5 * 30));   // row 6
-        clickAt(KeyTable::Alpha, cellCentre(20, 5));              // a cell without a key
-        clickAt(KeyTable::Number, cellCentre(5, 1));
-        settle();
-        QCOMPARE(edit->toPlainText(), QStringLiteral("x"));
-
+        QFETCH(int, keypad);
+        QFETCH(QPoint, at);
+        QFETCH(bool, valid);
+        QFETCH(QPoint, cell);
         int column = 0, row = 0;
-        QVERIFY(InfoDlg::cellAt(KeyTable::Alpha, 10 + 15 * 30 - 1, 10, column, row));
-        QCOMPARE(column, 15);
-        QVERIFY(!InfoDlg::cellAt(KeyTable::Alpha, 10 + 15 * 30, 10, column, row));
-        QCOMPARE(column, 16);
-        QVERIFY(InfoDlg::cellAt(KeyTable::Alpha, 10 + 16 * 30, 10, column, row));
-        QCOMPARE(column, 17);
-        QVERIFY(InfoDlg::cellAt(KeyTable::Hiragana, 10 + 15 * 30, 10, column, row));
-        QVERIFY(!InfoDlg::cellAt(KeyTable::Hiragana, 10 + 20 * 30, 10, column, row));
-        QVERIFY(!InfoDlg::cellAt(KeyTable::Symbol1, 20, 10 + 5 * 30, column, row));
-        QCOMPARE(row, 6);
-        QVERIFY(InfoDlg::cellAt(KeyTable::Number, 10 + 4 * 30 - 1, 10 + 5 * 30 - 1, column, row));
-        QCOMPARE(QPoint(column, row), QPoint(4, 5));
-        QVERIFY(!InfoDlg::cellAt(KeyTable::Number, 10 + 4 * 30, 10, column, row));
+        QCOMPARE(InfoDlg::cellAt(keypad, at.x(), at.y(), column, row), valid);
+        QCOMPARE(QPoint(column, row), cell);
     }
 
     void theUsersKeySettingsReplaceTheInstalledTable()
     {
-        SettingsStore::put(QStringLiteral("Key Settings"), QStringLiteral("Hiragana,1,1"), QStringLiteral("か"));
-        SettingsStore::put(QStringLiteral("Key Settings"), QStringLiteral("Hiragana,1,01"), QStringLiteral("さ"));
-        SettingsStore::put(QStringLiteral("Key Settings"), QStringLiteral("Romaji,1,1"), QStringLiteral("ka"));
+        const QString section = QStringLiteral("Key Settings");
+        SettingsStore::put(section, QStringLiteral("Hiragana,1,1"), QStringLiteral("か"));
+        SettingsStore::put(section, QStringLiteral("Hiragana,1,01"), QStringLiteral("さ"));
+        SettingsStore::put(section, QStringLiteral("Romaji,1,1"), QStringLiteral("ka"));
         dialog->Reload();
         // The first record of a cell wins; cells the user left out have no key.
-        clickKeys(KeyTable::Hiragana, {{1, 1}, {5, 2}});
-        QCOMPARE(edit->toPlainText(), QStringLiteral("か"));
+        pad->clickKeys(KeyTable::Hiragana, {{1, 1}, {5, 2}});
+        QCOMPARE(typed(), QStringLiteral("か"));
         QCOMPARE(dialog->keyTable().romaji(1, 1), QStringLiteral("ka"));
         QCOMPARE(dialog->keyTable().records().size(), 2);
     }
 
     void keyCheckMayChangeTheText()
     {
-        qint32 seenStatus = -1, seenPad = -1;
-        QString seenText;
-        auto connection = connect(dialog, &InfoDlg::KeyCheck, this,
-                                  [&](qint32 &status, qint32 &pad, QString &text) {
-                                      seenStatus = status;
-                                      seenPad = pad;
-                                      seenText = text;
-                                      text = QStringLiteral("ネ");   // converted afterwards, as any key text
-                                  });
-        clickKeys(KeyTable::Hiragana, {{5, 2}});
+        QList<QVariant> seen;
+        auto connection = connect(dialog, &InfoDlg::KeyCheck, this, [&](qint32 &status, qint32 &which, QString &text) {
+            seen = {status, which, text};
+            text = QStringLiteral("ネ");   // converted afterwards, as any key text
+        });
+        pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
         disconnect(connection);
-        // The first value is what the document's fields act on: the input
-        // method's status, 0 here with no input method running.
-        QCOMPARE(seenStatus, IME::IMEStatus());
-        QCOMPARE(seenPad, 12);
-        QCOMPARE(seenText, QStringLiteral("に"));
-        QCOMPARE(edit->toPlainText(), QStringLiteral("ね"));
+        // The first value is the input method's status, which the document's
+        // fields act on: 0 with no input method running.
+        QCOMPARE(seen, (QList<QVariant>{IME::IMEStatus(), 12, QStringLiteral("に")}));
+        QCOMPARE(typed(), QStringLiteral("ね"));
     }
 
-    void deleteTakesTheFirstCharacterAtTheStart()
+    void buttonsSendTheirKeys_data()
     {
-        focusEdit(QStringLiteral("abc"));
-        edit->moveCursor(QTextCursor::Start);
-        dialog->MiniChannels_Click(2);
-        settle();
-        QCOMPARE(edit->toPlainText(), QStringLiteral("bc"));
-        edit->moveCursor(QTextCursor::End);
-        dialog->MiniChannels_Click(9);
-        settle();
-        QCOMPARE(edit->toPlainText(), QStringLiteral("b"));
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("options");
+        QTest::addColumn<bool>("onAButton");
+        QTest::addColumn<QString>("keys");
+        QTest::newRow("space") << 1 << 0 << false << " ";
+        QTest::newRow("left") << 4 << 0 << false << "{LEFT}";
+        QTest::newRow("right") << 5 << 0 << false << "{RIGHT}";
+        QTest::newRow("up walks the controls") << 6 << 0 << false << "+{TAB}";
+        QTest::newRow("up with arrow keys") << 6 << 256 << false << "{UP}";
+        QTest::newRow("down walks the controls") << 7 << 0 << false << "{TAB}";
+        QTest::newRow("down with arrow keys") << 7 << 256 << false << "{DOWN}";
+        QTest::newRow("blank") << 8 << 0 << false << " ";
+        QTest::newRow("line break") << 10 << 0 << false << "~";
+        QTest::newRow("on/off") << 16 << 0 << false << "{KANJI}";
+        QTest::newRow("convert needs the input method on") << 17 << 0 << false << "";
+        QTest::newRow("no-convert") << 18 << 0 << false << "{NONCONVERT}";
+        QTest::newRow("apply") << 19 << 0 << false << "{ENTER}";
+        QTest::newRow("cancel") << 20 << 0 << false << "{ESC}";
+        QTest::newRow("delete in a text control") << 2 << 0 << false << "{BACKSPACE}";
+        QTest::newRow("delete elsewhere takes the word") << 9 << 0 << true << "^{LEFT}+^{RIGHT}{BACKSPACE}";
+    }
 
-        line->setText(QStringLiteral("xyz"));
-        line->setFocus();
-        QTRY_VERIFY(line->hasFocus());
-        line->setCursorPosition(0);
-        dialog->MiniChannels_Click(2);
-        settle();
-        QCOMPARE(line->text(), QStringLiteral("yz"));
+    void buttonsSendTheirKeys()
+    {
+        QFETCH(int, index);
+        QFETCH(int, options);
+        QFETCH(bool, onAButton);
+        QFETCH(QString, keys);
+        dialog->setOptions(options);
+        pad->focus(onAButton ? static_cast<QWidget *>(pad->button) : pad->edit, QStringLiteral("ab"));
+        SentKeys sent;
+        pad->clickButton(index);
+        QCOMPARE(sent.take(), SentKeys::of(keys));
+        if (index == 16)
+            pad->clickButton(16);   // the on/off button is a toggle: back to released
+    }
+
+    // Delete takes the character at the caret at the start of a text, and
+    // the one before it elsewhere.
+    void deleteInATextControl()
+    {
+        const struct { QWidget *control; int caret; int button; const char *left; } cases[] = {
+            {pad->edit, 0, 2, "bc"}, {pad->edit, 3, 9, "ab"}, {pad->line, 0, 9, "bc"}, {pad->line, 2, 2, "ac"}};
+        for (const auto &[control, caret, button, left] : cases) {
+            pad->focus(control, QStringLiteral("abc"));
+            if (control == pad->edit) {
+                QTextCursor cursor = pad->edit->textCursor();
+                cursor.setPosition(caret);
+                pad->edit->setTextCursor(cursor);
+            } else {
+                pad->line->setCursorPosition(caret);
+            }
+            pad->clickButton(button);
+            PadDriver::settle();
+            const QString text = control == pad->edit ? typed() : pad->line->text();
+            QVERIFY2(text == QLatin1String(left), qPrintable(QStringLiteral("caret %1: %2").arg(caret).arg(text)));
+        }
     }
 
     void textControls()
     {
-        QTextEdit rich;
         QPlainTextEdit plain;
-        QLineEdit single;
         QComboBox list, editable;
         editable.setEditable(true);
-        QPushButton button;
-        QVERIFY(InfoDlg::isTextControl(&rich));
+        QVERIFY(InfoDlg::isTextControl(pad->edit));
         QVERIFY(InfoDlg::isTextControl(&plain));
-        QVERIFY(InfoDlg::isTextControl(&single));
+        QVERIFY(InfoDlg::isTextControl(pad->line));
         QVERIFY(InfoDlg::isTextControl(&editable));
         QVERIFY(!InfoDlg::isTextControl(&list));
-        QVERIFY(!InfoDlg::isTextControl(&button));
+        QVERIFY(!InfoDlg::isTextControl(pad->button));
         QVERIFY(!InfoDlg::isTextControl(nullptr));
-    }
-
-    void commandButtonsSendTheirKeys()
-    {
-        focusEdit(QStringLiteral("ab"));
-        dialog->MiniChannels_Click(4);    // left
-        dialog->MiniChannels_Click(8);    // blank
-        dialog->MiniChannels_Click(5);    // right
-        dialog->MiniChannels_Click(10);   // line break
-        dialog->MiniChannels_Click(1);    // space
-        settle();
-        QCOMPARE(edit->toPlainText(), QStringLiteral("a b\n "));
-        dialog->setOptions(InfoDlg::ArrowKeys);
-        dialog->MiniChannels_Click(6);    // up
-        settle();
-        QCOMPARE(edit->textCursor().blockNumber(), 0);
-        dialog->MiniChannels_Click(7);    // down
-        settle();
-        QCOMPARE(edit->textCursor().blockNumber(), 1);
-        dialog->MiniChannels_Click(19);   // apply: Enter
-        dialog->MiniChannels_Click(20);   // cancel: Escape, nothing to cancel
-        settle();
-        QCOMPARE(edit->toPlainText(), QStringLiteral("a b\n \n"));
-        // Without the arrow-key option, up and down walk the controls.
-        dialog->setOptions(0);
-        line->setFocus();
-        QTRY_VERIFY(line->hasFocus());
-        dialog->MiniChannels_Click(6);
-        settle();
-        QVERIFY(edit->hasFocus());
-        line->setFocus();
-        QTRY_VERIFY(line->hasFocus());
-        const QString before = line->text();
-        dialog->MiniChannels_Click(7);
-        settle();
-        QVERIFY(edit->hasFocus());
-        QCOMPARE(line->text(), before);
     }
 
     void quitAndPadButtons()
     {
         QSignalSpy quit(dialog, &InfoDlg::Quit);
-        dialog->MiniChannels_Click(0);
-        dialog->MiniChannels_Click(3);
-        QCOMPARE(quit.size(), 2);
-        QCOMPARE(quit.at(0).at(0).value<qint16>(), qint16(0));
-        QCOMPARE(quit.at(1).at(0).value<qint16>(), qint16(1));
-        for (qint32 pad = 11; pad <= 15; ++pad) {
-            QTest::mouseClick(dialog->MiniChannels[pad], Qt::LeftButton);
-            QCOMPARE(dialog->currentPad(), pad);
-            QVERIFY(dialog->MiniChannels[pad]->isChecked());
+        pad->clickButton(0);
+        pad->clickButton(3);
+        QCOMPARE(static_cast<QList<QList<QVariant>>>(quit), (QList<QList<QVariant>>{{qint16(0)}, {qint16(1)}}));
+        for (qint32 shown = 11; shown <= 15; ++shown) {
+            pad->clickButton(shown);
+            QCOMPARE(dialog->currentPad(), shown);
+            QVERIFY(dialog->MiniChannels[shown]->isChecked());
             for (qint32 other = 11; other <= 15; ++other)
-                QCOMPARE(dialog->Keypads[other]->isVisible(), other == pad);
+                QCOMPARE(dialog->Keypads[other]->isVisible(), other == shown);
         }
         // With several pads showing, the highest counts.
         dialog->Keypads[12]->show();
         QCOMPARE(dialog->currentPad(), 15);
-        dialog->MiniChannels_Click(12);
-        QCOMPARE(dialog->currentPad(), 12);
     }
 
     void movementButtonsRepeatWhileHeld()
     {
-        focusEdit(QStringLiteral("0123456789012345678901234567890123456789"));
+        pad->focus(pad->edit, QString(40, u'x'));
         QTest::mousePress(dialog->MiniChannels[4], Qt::LeftButton);
         QTest::qWait(1200);
         QTest::mouseRelease(dialog->MiniChannels[4], Qt::LeftButton);
-        settle();
-        QVERIFY2(edit->textCursor().position() <= 40 - 5, qPrintable(QString::number(edit->textCursor().position())));
+        PadDriver::settle();
+        QVERIFY2(pad->edit->textCursor().position() <= 35, qPrintable(QString::number(pad->edit->textCursor().position())));
     }
 
     void tipsAreExact()
@@ -342,9 +274,9 @@ private slots:
 
     void howToTellsTheTipWhenTheMouseComes()
     {
-        Globals::HowToOn = true;
         QSignalSpy howTo(dialog, &InfoDlg::HowTo);
         QEvent enter(QEvent::Enter);
+        Globals::HowToOn = true;
         QCoreApplication::sendEvent(dialog->MiniChannels[10], &enter);
         Globals::HowToOn = false;
         QCoreApplication::sendEvent(dialog->MiniChannels[10], &enter);
@@ -354,40 +286,32 @@ private slots:
 
     void keysAreButtonsForScreenReaders()
     {
-        dialog->MiniChannels_Click(KeyTable::Hiragana);
-        QAccessibleInterface *pad = QAccessible::queryAccessibleInterface(dialog->Keypads[KeyTable::Hiragana]);
-        QVERIFY(pad);
-        QAccessibleInterface *ni = nullptr;
-        for (int i = 0; i < pad->childCount(); ++i) {
-            QAccessibleInterface *key = pad->child(i);
-            QCOMPARE(key->role(), QAccessible::Button);
-            QCOMPARE(pad->indexOfChild(key), i);
-            if (key->text(QAccessible::Name) == QStringLiteral("に"))
-                ni = key;
-        }
+        dialog->setPad(KeyTable::Hiragana);
+        QAccessibleInterface *keys = QAccessible::queryAccessibleInterface(dialog->Keypads[KeyTable::Hiragana]);
+        QVERIFY(keys && keys->childCount() > 0);
+        QCOMPARE(keys->child(0)->text(QAccessible::Name), QStringLiteral("あ"));
+        const QPoint centre = dialog->Keypads[KeyTable::Hiragana]->mapToGlobal(PadDriver::cellCentre(5, 2) * 2);
+        QAccessibleInterface *ni = keys->childAt(centre.x(), centre.y());
         QVERIFY(ni);
-        QCOMPARE(pad->child(0)->text(QAccessible::Name), QStringLiteral("あ"));
-        const QPoint centre = dialog->Keypads[KeyTable::Hiragana]->mapToGlobal(cellCentre(5, 2) * 2);
-        QVERIFY(ni->rect().contains(centre));
-        QCOMPARE(pad->childAt(centre.x(), centre.y()), ni);
+        QCOMPARE(ni->role(), QAccessible::Button);
+        QCOMPARE(ni->text(QAccessible::Name), QStringLiteral("に"));
         ni->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        settle();
-        QCOMPARE(edit->toPlainText(), QStringLiteral("に"));
+        PadDriver::settle();
+        QCOMPARE(typed(), QStringLiteral("に"));
     }
 
-    void theKeysAreDrawnLargerThanTheirUnits()
+    void keysAreDrawnAtTheScaleAndLightWhilePressed()
     {
-        QCOMPARE(dialog->Keypads[12]->sizeHint(), QSize(2 * 620, 2 * 170));
+        KeypadView *hiragana = dialog->Keypads[12];
+        QCOMPARE(hiragana->sizeHint(), QSize(2 * 620, 2 * 170));
         QCOMPARE(dialog->Numpad->sizeHint(), QSize(2 * 140, 2 * 170));
-        // A press lights its key until the release.
-        const QImage before = dialog->Keypads[12]->grab().toImage();
-        dialog->MiniChannels_Click(12);
-        QTest::mousePress(dialog->Keypads[12], Qt::LeftButton, {}, cellCentre(1, 1) * 2);
-        const QImage pressed = dialog->Keypads[12]->grab().toImage();
-        QTest::mouseRelease(dialog->Keypads[12], Qt::LeftButton, {}, cellCentre(1, 1) * 2);
-        const QImage after = dialog->Keypads[12]->grab().toImage();
+        dialog->setPad(12);
+        const QImage before = hiragana->grab().toImage();
+        QTest::mousePress(hiragana, Qt::LeftButton, {}, PadDriver::cellCentre(1, 1) * 2);
+        const QImage pressed = hiragana->grab().toImage();
+        QTest::mouseRelease(hiragana, Qt::LeftButton, {}, PadDriver::cellCentre(1, 1) * 2);
         QVERIFY(pressed != before);
-        QCOMPARE(after, before);
+        QCOMPARE(hiragana->grab().toImage(), before);
     }
 };
 
