@@ -1,7 +1,6 @@
 // Saving on a disk that fills up part-way: the write fails, and the old file
 // must stay exactly as it was. The disk is "full" because the process may
-// not write files larger than a limit (RLIMIT_FSIZE, with SIGXFSZ ignored so
-// that the write fails instead of ending the process), which needs no root.
+// not write files larger than a limit (see FileSizeLimit), which needs no root.
 #include "documents/Database.h"
 #include "platform/CheckedSaveFile.h"
 #include "platform/IniFile.h"
@@ -24,32 +23,6 @@ QByteArray readAll(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
 }
 
-bool writeChecked(const QString &path, const QByteArray &content)
-{
-    CheckedSaveFile file(path);
-    if (!file.open())
-        return false;
-    file.write(content);
-    return file.commit();
-}
-
-bool writeDocument(const QString &path, const QByteArray &content)
-{
-    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-    record.DocumentTitle = QStringLiteral("満杯");
-    record.Timestamp = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5));
-    record.Pages[0].Items[0].Text = QString::fromLatin1(content);
-    Database::SaveDocument(path, record, Database::Sequential);
-    return readAll(path).contains(content);
-}
-
-bool writeSettings(const QString &path, const QByteArray &content)
-{
-    IniFile ini(path);
-    ini.setValue(QStringLiteral("Settings"), QStringLiteral("Text"), QString::fromLatin1(content));
-    return ini.save();
-}
-
 } // namespace
 
 class TestCheckedSaveFile : public QObject
@@ -61,12 +34,32 @@ private slots:
     {
         QTest::addColumn<Writer>("writer");
         QTest::addColumn<int>("size");
+        const Writer file = [](const QString &path, const QByteArray &content) {
+            CheckedSaveFile out(path);
+            if (!out.open())
+                return false;
+            out.write(content); // a failed write must still make the commit fail
+            return out.commit();
+        };
+        const Writer document = [](const QString &path, const QByteArray &content) {
+            DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+            record.DocumentTitle = QStringLiteral("満杯");
+            record.Timestamp = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5));
+            record.Pages[0].Items[0].Text = QString::fromLatin1(content);
+            Database::SaveDocument(path, record, Database::Sequential);
+            return readAll(path).contains(content);
+        };
+        const Writer settings = [](const QString &path, const QByteArray &content) {
+            IniFile ini(path);
+            ini.setValue(QStringLiteral("Settings"), QStringLiteral("Text"), QString::fromLatin1(content));
+            return ini.save();
+        };
         // Under 16 KB a file sits in Qt's buffer until the end; over it, the
         // write itself fails first.
         for (const int size : {200, 40000}) {
-            QTest::addRow("file, %d bytes", size) << Writer(writeChecked) << size;
-            QTest::addRow("document, %d bytes", size) << Writer(writeDocument) << size;
-            QTest::addRow("settings, %d bytes", size) << Writer(writeSettings) << size;
+            QTest::addRow("file, %d bytes", size) << file << size;
+            QTest::addRow("document, %d bytes", size) << document << size;
+            QTest::addRow("settings, %d bytes", size) << settings << size;
         }
     }
 
@@ -77,11 +70,9 @@ private slots:
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("20240102030405.TXT"));
         const QByteArray old = "the old file, which must stay whole\r\n";
-        {
-            QFile file(path);
-            QVERIFY(file.open(QIODevice::WriteOnly));
-            file.write(old);
-        }
+        QFile oldFile(path);
+        QVERIFY(oldFile.open(QIODevice::WriteOnly) && oldFile.write(old) == old.size());
+        oldFile.close();
         const QByteArray content(size, 'x');
         bool saved = true;
         {
