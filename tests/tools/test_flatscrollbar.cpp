@@ -6,211 +6,142 @@
 #include <QScrollBar>
 #include <QtTest>
 
+// Window style bits read through property 1024: horizontal bar 1 << 20, vertical 1 << 21.
 class TestFlatScrollBar : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void rangePositionAndPageRoundTrip();
-    void aPageCoveringTheRangeGreysTheBarOut_data();
-    void aPageCoveringTheRangeGreysTheBarOut();
-    void styleBitsFollowTheShownBars();
-    void aPlainWindowGetsBarsAlongItsEdges();
-    void initializeAndTerminateSwitchTheLook();
-    void propertiesAreKept();
-    void barsChangedByTheWindowAreReadBack();
+    // A range includes its maximum, and the last position leaves one page in view.
+    void rangesMapOntoTheWindowsBars()
+    {
+        QAbstractScrollArea area;
+        FlatScrollBar bars;
+        bars.SetWindow(&area);
+        QScrollBar *across = area.horizontalScrollBar();
+        bars.HScrollRange(0, 500);
+        bars.SetHScrollPage(100);
+        bars.SetHScrollPosition(1000);
+        QCOMPARE(std::tuple(across->minimum(), across->maximum(), across->pageStep(), across->value()),
+                 std::tuple(0, 401, 100, 401));
+        QCOMPARE(std::tuple(bars.HScrollMax(), bars.HScrollPosition()), std::tuple(500, 401));
+        bars.VScrollRange(10, 90);
+        bars.SetVScrollPosition(-5);
+        QCOMPARE(area.verticalScrollBar()->value(), 10);
+        // What the window or the user sets on its bars is read back.
+        area.verticalScrollBar()->setValue(42);
+        QCOMPARE(bars.VScrollPosition(), 42);
+        across->setPageStep(20);
+        across->setRange(0, 180);
+        QCOMPARE(std::tuple(bars.HScrollMin(), bars.HScrollMax(), bars.HScrollPage()), std::tuple(0, 199, 20));
+    }
+
+    void aPageCoveringTheRangeGreysTheBarOut_data()
+    {
+        QTest::addColumn<bool>("plainWindow");
+        QTest::newRow("scroll area") << false;
+        QTest::newRow("plain window") << true;
+    }
+
+    void aPageCoveringTheRangeGreysTheBarOut()
+    {
+        QFETCH(bool, plainWindow);
+        QWidget plain;
+        QAbstractScrollArea area;
+        QWidget *window = plainWindow ? &plain : static_cast<QWidget *>(&area);
+        window->resize(300, 200);
+        FlatScrollBar bars;
+        bars.SetWindow(window);
+        QVERIFY(bars.Initialize());
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QScrollBar *down = bars.bar(FlatScrollBar::SB_VERT);
+        bars.VScrollRange(0, 99);
+        bars.SetVScrollPage(99);
+        QVERIFY(down->isEnabled() && down->isVisible());
+        // Page 100 shows all of 0..99: nothing to scroll, the bar stays, greyed.
+        bars.SetVScrollPage(100);
+        QTRY_VERIFY(down->isVisible());
+        QVERIFY(!down->isEnabled());
+        QVERIFY(bars.VScrollBar());
+        QCOMPARE(std::tuple(bars.VScrollMax(), bars.VScrollPage()), std::tuple(99, 100));
+        // More to show again: the bar comes back to life, with its page.
+        bars.VScrollRange(0, 400);
+        QVERIFY(down->isEnabled());
+        QCOMPARE(bars.VScrollPage(), 100);
+        QVERIFY(bars.bar(FlatScrollBar::SB_HORZ)->isEnabled());
+    }
+
+    void styleBitsFollowTheShownBars()
+    {
+        QAbstractScrollArea area;
+        FlatScrollBar bars;
+        bars.SetWindow(&area);
+        bars.SetVisible(false);
+        QVERIFY(!bars.HScrollBar() && !bars.VScrollBar());
+        QCOMPARE(bars.Property(1024), 0);
+        bars.SetProperty(1024, 0x300000);   // read from the window, never stored over it
+        QCOMPARE(bars.Property(1024), 0);
+        bars.SetProperty(2048, 1234);   // the palette property
+        QCOMPARE(bars.hPal(), 1234);
+        bars.Refresh();
+        QVERIFY(bars.HScrollBar() && bars.VScrollBar());
+        QCOMPARE(bars.Property(1024), 0x300000);
+        QCOMPARE(area.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
+        bars.SetEnabled(false);
+        QVERIFY(!area.horizontalScrollBar()->isEnabled() && !area.verticalScrollBar()->isEnabled());
+        bars.SetEnabled(true);
+        QVERIFY(area.horizontalScrollBar()->isEnabled() && area.verticalScrollBar()->isEnabled());
+    }
+
+    void aPlainWindowGetsBarsAlongItsEdges()
+    {
+        QWidget window;
+        window.resize(400, 300);
+        FlatScrollBar bars;
+        bars.SetWindow(&window);
+        QVERIFY(bars.Initialize());
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QScrollBar *across = bars.bar(FlatScrollBar::SB_HORZ);
+        QScrollBar *down = bars.bar(FlatScrollBar::SB_VERT);
+        QCOMPARE(across->parentWidget(), &window);
+        // Nothing to scroll yet: no bars, and the style word says so.
+        QVERIFY(!across->isVisible());
+        QCOMPARE(bars.Property(1024), 0);
+        bars.VScrollRange(0, 50);
+        QVERIFY(down->isVisible());
+        QCOMPARE(bars.Property(1024), 0x200000);
+        QCOMPARE(down->geometry(), QRect(window.width() - down->width(), 0, down->width(), window.height()));
+        bars.Refresh();
+        QVERIFY(across->isVisible());
+        // Both shown: the bars meet at the corner without overlapping.
+        QCOMPARE(down->geometry().bottom(), across->geometry().top() - 1);
+        window.resize(600, 500);
+        QCOMPARE(std::tuple(down->geometry().right(), across->geometry().bottom()), std::tuple(599, 499));
+        // An empty range takes an ordinary bar away again.
+        bars.VScrollRange(5, 5);
+        QVERIFY(!down->isVisible());
+    }
+
+    void initializeAndTerminateSwitchTheLook()
+    {
+        FlatScrollBar loose;
+        QVERIFY(!loose.Initialize());
+        QVERIFY(!loose.Terminate());
+        QAbstractScrollArea area;
+        FlatScrollBar bars;
+        bars.SetWindow(&area);
+        QVERIFY(!bars.Terminate());
+        QVERIFY(bars.Initialize());
+        QCOMPARE(area.verticalScrollBar()->style(), FlatScrollStyle::instance());
+        // Wide enough to hit with a shaky hand.
+        QVERIFY(area.verticalScrollBar()->sizeHint().width() >= 28);
+        QVERIFY(bars.Terminate());
+        QCOMPARE(area.verticalScrollBar()->style(), QApplication::style());
+        QVERIFY(!bars.Terminate());
+    }
 };
-
-void TestFlatScrollBar::rangePositionAndPageRoundTrip()
-{
-    QAbstractScrollArea area;
-    area.resize(300, 200);
-    FlatScrollBar bars;
-    bars.SetWindow(&area);
-
-    bars.HScrollRange(0, 500);
-    bars.SetHScrollPage(100);
-    bars.SetHScrollPosition(250);
-    bars.VScrollRange(10, 90);
-    bars.SetVScrollPage(20);
-    bars.SetVScrollPosition(30);
-
-    QCOMPARE(bars.HScrollMin(), 0);
-    QCOMPARE(bars.HScrollMax(), 500);
-    QCOMPARE(bars.HScrollPage(), 100);
-    QCOMPARE(bars.HScrollPosition(), 250);
-    QCOMPARE(bars.VScrollMin(), 10);
-    QCOMPARE(bars.VScrollMax(), 90);
-    QCOMPARE(bars.VScrollPage(), 20);
-    QCOMPARE(bars.VScrollPosition(), 30);
-
-    // The last position leaves one page in view: 500 - 100 + 1.
-    bars.SetHScrollPosition(1000);
-    QCOMPARE(bars.HScrollPosition(), 401);
-    bars.SetVScrollPosition(-5);
-    QCOMPARE(bars.VScrollPosition(), 10);
-    // The user scrolling the bar is what the position reads.
-    area.verticalScrollBar()->setValue(42);
-    QCOMPARE(bars.VScrollPosition(), 42);
-
-    // A new range keeps the page.
-    bars.HScrollRange(0, 1000);
-    QCOMPARE(bars.HScrollPage(), 100);
-    QCOMPARE(bars.HScrollMax(), 1000);
-}
-
-void TestFlatScrollBar::aPageCoveringTheRangeGreysTheBarOut_data()
-{
-    QTest::addColumn<bool>("plainWindow");
-    QTest::newRow("scroll area") << false;
-    QTest::newRow("plain window") << true;
-}
-
-void TestFlatScrollBar::aPageCoveringTheRangeGreysTheBarOut()
-{
-    QFETCH(bool, plainWindow);
-    QWidget plain;
-    QAbstractScrollArea area;
-    QWidget *window = plainWindow ? &plain : static_cast<QWidget *>(&area);
-    window->resize(300, 200);
-    FlatScrollBar bars;
-    bars.SetWindow(window);
-    QVERIFY(bars.Initialize());
-    window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-
-    bars.VScrollRange(0, 99);
-    bars.SetVScrollPage(99);
-    QVERIFY(bars.bar(FlatScrollBar::SB_VERT)->isEnabled());
-    QVERIFY(bars.bar(FlatScrollBar::SB_VERT)->isVisible());
-
-    // Page 100 shows all of 0..99: nothing to scroll, the bar stays, greyed.
-    bars.SetVScrollPage(100);
-    QTRY_VERIFY(bars.bar(FlatScrollBar::SB_VERT)->isVisible());
-    QVERIFY(!bars.bar(FlatScrollBar::SB_VERT)->isEnabled());
-    QVERIFY(bars.VScrollBar());
-    QCOMPARE(bars.VScrollMax(), 99);
-    QCOMPARE(bars.VScrollPage(), 100);
-
-    // More to show again: the bar comes back to life.
-    bars.VScrollRange(0, 400);
-    QVERIFY(bars.bar(FlatScrollBar::SB_VERT)->isEnabled());
-    QCOMPARE(bars.VScrollPage(), 100);
-    // The horizontal bar was never touched.
-    QVERIFY(bars.bar(FlatScrollBar::SB_HORZ)->isEnabled());
-}
-
-void TestFlatScrollBar::styleBitsFollowTheShownBars()
-{
-    QAbstractScrollArea area;
-    FlatScrollBar bars;
-    bars.SetWindow(&area);
-
-    bars.SetVisible(false);
-    QVERIFY(!bars.HScrollBar());
-    QVERIFY(!bars.VScrollBar());
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_WINSTYLE), 0);
-
-    bars.Refresh();
-    QVERIFY(bars.HScrollBar());
-    QVERIFY(bars.VScrollBar());
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_WINSTYLE), 0x300000);
-    QCOMPARE(area.horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-
-    bars.SetEnabled(false);
-    QVERIFY(!area.horizontalScrollBar()->isEnabled());
-    QVERIFY(!area.verticalScrollBar()->isEnabled());
-    bars.SetEnabled(true);
-    QVERIFY(area.horizontalScrollBar()->isEnabled());
-    QVERIFY(area.verticalScrollBar()->isEnabled());
-}
-
-void TestFlatScrollBar::aPlainWindowGetsBarsAlongItsEdges()
-{
-    QWidget window;
-    window.resize(400, 300);
-    FlatScrollBar bars;
-    bars.SetWindow(&window);
-    QVERIFY(bars.Initialize());
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QScrollBar *across = bars.bar(FlatScrollBar::SB_HORZ);
-    QScrollBar *down = bars.bar(FlatScrollBar::SB_VERT);
-    QVERIFY(across && down);
-    QCOMPARE(across->parentWidget(), &window);
-    // Nothing to scroll yet: no bars, and the style word says so.
-    QVERIFY(!across->isVisible());
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_WINSTYLE), 0);
-
-    bars.VScrollRange(0, 50);
-    QVERIFY(down->isVisible());
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_WINSTYLE), FlatScrollBar::WS_VSCROLL);
-    QCOMPARE(down->geometry().right(), window.width() - 1);
-    QCOMPARE(down->geometry().height(), window.height());
-
-    bars.Refresh();
-    QVERIFY(across->isVisible());
-    // Both shown: the bars meet at the corner without overlapping.
-    QCOMPARE(down->geometry().bottom(), across->geometry().top() - 1);
-    window.resize(600, 500);
-    QCOMPARE(down->geometry().right(), 599);
-    QCOMPARE(across->geometry().bottom(), 499);
-
-    // An empty range takes an ordinary bar away again.
-    bars.VScrollRange(5, 5);
-    QVERIFY(!down->isVisible());
-}
-
-void TestFlatScrollBar::initializeAndTerminateSwitchTheLook()
-{
-    FlatScrollBar loose;
-    QVERIFY(!loose.Initialize());
-    QVERIFY(!loose.Terminate());
-
-    QAbstractScrollArea area;
-    FlatScrollBar bars;
-    bars.SetWindow(&area);
-    QVERIFY(!bars.Terminate());
-    QVERIFY(bars.Initialize());
-    QCOMPARE(area.verticalScrollBar()->style(), FlatScrollStyle::instance());
-    // Wide enough to hit with a shaky hand.
-    QVERIFY(area.verticalScrollBar()->sizeHint().width() >= 28);
-    QVERIFY(bars.Terminate());
-    QCOMPARE(area.verticalScrollBar()->style(), QApplication::style());
-    QVERIFY(!bars.Terminate());
-}
-
-void TestFlatScrollBar::propertiesAreKept()
-{
-    QAbstractScrollArea area;
-    FlatScrollBar bars;
-    bars.SetWindow(&area);
-    QCOMPARE(bars.hPal(), 0);
-    bars.SetProperty(FlatScrollBar::WSB_PROP_PALETTE, 1234);
-    QCOMPARE(bars.hPal(), 1234);
-    bars.SetProperty(FlatScrollBar::WSB_PROP_VBKGCOLOR, 0x00C0FFEE);
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_VBKGCOLOR), 0x00C0FFEE);
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_HBKGCOLOR), 0);
-    // The window style is read from the window, never stored over it.
-    bars.SetVisible(false);
-    bars.SetProperty(FlatScrollBar::WSB_PROP_WINSTYLE, 0x300000);
-    QCOMPARE(bars.Property(FlatScrollBar::WSB_PROP_WINSTYLE), 0);
-}
-
-void TestFlatScrollBar::barsChangedByTheWindowAreReadBack()
-{
-    QAbstractScrollArea area;
-    FlatScrollBar bars;
-    bars.SetWindow(&area);
-    bars.HScrollRange(0, 100);
-    bars.SetHScrollPage(10);
-    // The window lays itself out anew and sets its own bar.
-    area.horizontalScrollBar()->setPageStep(20);
-    area.horizontalScrollBar()->setRange(0, 180);
-    QCOMPARE(bars.HScrollPage(), 20);
-    QCOMPARE(bars.HScrollMax(), 199);
-    QCOMPARE(bars.HScrollMin(), 0);
-}
 
 QTEST_MAIN(TestFlatScrollBar)
 #include "test_flatscrollbar.moc"
