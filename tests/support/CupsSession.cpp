@@ -1,4 +1,5 @@
 #include "support/CupsSession.h"
+#include "support/ToolOutput.h"
 
 #include <QDeadlineTimer>
 #include <QDir>
@@ -6,14 +7,7 @@
 #include <QRegularExpression>
 #include <QThread>
 
-namespace {
-
-QString script()
-{
-    return QStringLiteral(LANTERN_SOURCE_DIR "/scripts/cups-session.sh");
-}
-
-} // namespace
+static const QString script = QStringLiteral(LANTERN_SOURCE_DIR "/scripts/cups-session.sh");
 
 CupsSession::~CupsSession()
 {
@@ -27,7 +21,7 @@ CupsSession::Start CupsSession::start()
         return Start::Failed;
     }
     QProcess process;
-    process.start(QStringLiteral("bash"), { script(), QStringLiteral("start"), m_folder.path() });
+    process.start(QStringLiteral("bash"), { script, QStringLiteral("start"), m_folder.path() });
     if (!process.waitForFinished(60000)) {
         m_problem = QStringLiteral("the session script did not finish");
         return Start::Failed;
@@ -53,16 +47,15 @@ void CupsSession::stop()
 {
     if (!m_running)
         return;
-    QProcess::execute(QStringLiteral("bash"), { script(), QStringLiteral("stop"), m_folder.path() });
+    QProcess::execute(QStringLiteral("bash"), { script, QStringLiteral("stop"), m_folder.path() });
     m_running = false;
 }
 
 QStringList CupsSession::jobs(const QString &which) const
 {
-    QProcess lpstat;
-    lpstat.start(QStringLiteral("lpstat"), { QStringLiteral("-W"), which, QStringLiteral("-o"), QStringLiteral("PDF") });
-    lpstat.waitForFinished(10000);
-    return QString::fromUtf8(lpstat.readAllStandardOutput()).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+    return toolOutput(QStringLiteral("lpstat"), { QStringLiteral("-W"), which, QStringLiteral("-o"), QStringLiteral("PDF") },
+                      10000)
+        .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
 }
 
 QStringList CupsSession::waitForPdfs(int timeoutMs) const

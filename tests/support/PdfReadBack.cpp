@@ -1,26 +1,13 @@
 #include "support/PdfReadBack.h"
+#include "support/ToolOutput.h"
 
-#include <QProcess>
 #include <QRegularExpression>
 
-namespace {
-
-constexpr double pointsPerCm = 72 / 2.54;
-
-QString run(const QString &program, const QStringList &arguments)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(30000) || process.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(process.readAllStandardOutput());
-}
-
-} // namespace
+static constexpr double pointsPerCm = 72 / 2.54;
 
 QList<PdfReadBack::Word> PdfReadBack::words(const QString &pdf, int page)
 {
-    const QString html = run(QStringLiteral("pdftotext"),
+    const QString html = toolOutput(QStringLiteral("pdftotext"),
                              { QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
                                QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-") });
     static const QRegularExpression word(QStringLiteral(
@@ -37,7 +24,7 @@ QList<PdfReadBack::Word> PdfReadBack::words(const QString &pdf, int page)
 
 QString PdfReadBack::info(const QString &pdf)
 {
-    return run(QStringLiteral("pdfinfo"), { pdf });
+    return toolOutput(QStringLiteral("pdfinfo"), { pdf });
 }
 
 int PdfReadBack::pageCount(const QString &pdf)

@@ -1,4 +1,5 @@
 #include "support/PrivateSoundServer.h"
+#include "support/ToolOutput.h"
 
 #include <QDeadlineTimer>
 #include <QStandardPaths>
@@ -6,13 +7,9 @@
 
 PrivateSoundServer::~PrivateSoundServer()
 {
-    if (m_server.state() != QProcess::NotRunning) {
-        m_server.terminate();
-        if (!m_server.waitForFinished(3000)) {
-            m_server.kill();
-            m_server.waitForFinished(3000);
-        }
-    }
+    // Nothing of the server's is kept: it may simply be ended.
+    m_server.kill();
+    m_server.waitForFinished(3000);
 }
 
 bool PrivateSoundServer::start()
@@ -63,14 +60,9 @@ bool PrivateSoundServer::start()
 
 QString PrivateSoundServer::pactl(const QStringList &arguments) const
 {
-    QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("PULSE_SERVER"), m_address);
-    process.setProcessEnvironment(environment);
-    process.start(QStringLiteral("pactl"), arguments);
-    if (!process.waitForFinished(5000) || process.exitCode() != 0)
-        return {};
-    return QString::fromLocal8Bit(process.readAllStandardOutput());
+    return toolOutput(QStringLiteral("pactl"), arguments, 5000, environment);
 }
 
 QString PrivateSoundServer::sinkState() const

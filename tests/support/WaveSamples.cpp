@@ -7,14 +7,10 @@
 
 namespace {
 
-quint32 u32(const QByteArray &bytes, qsizetype at)
+template<typename T>
+T le(const QByteArray &bytes, qsizetype at)
 {
-    return qFromLittleEndian<quint32>(bytes.constData() + at);
-}
-
-quint16 u16(const QByteArray &bytes, qsizetype at)
-{
-    return qFromLittleEndian<quint16>(bytes.constData() + at);
+    return qFromLittleEndian<T>(bytes.constData() + at);
 }
 
 } // namespace
@@ -30,13 +26,13 @@ WaveSamples WaveSamples::fromBytes(const QByteArray &bytes)
     qsizetype at = 12;
     while (at + 8 <= bytes.size()) {
         const QByteArray id = bytes.mid(at, 4);
-        const qsizetype size = u32(bytes, at + 4);
+        const qsizetype size = le<quint32>(bytes, at + 4);
         const qsizetype body = at + 8;
         if (id == "fmt " && size >= 16 && body + 16 <= bytes.size()) {
-            const quint16 format = u16(bytes, body);
-            wave.channels = u16(bytes, body + 2);
-            wave.sampleRate = int(u32(bytes, body + 4));
-            wave.bitsPerSample = u16(bytes, body + 14);
+            const quint16 format = le<quint16>(bytes, body);
+            wave.channels = le<quint16>(bytes, body + 2);
+            wave.sampleRate = int(le<quint32>(bytes, body + 4));
+            wave.bitsPerSample = le<quint16>(bytes, body + 14);
             // WAVE_FORMAT_EXTENSIBLE carries PCM as its sub-format.
             if (format != 1 && format != 0xFFFE) {
                 wave.problem = QStringLiteral("format %1 is not PCM").arg(format);
@@ -51,7 +47,7 @@ WaveSamples WaveSamples::fromBytes(const QByteArray &bytes)
             const qsizetype available = qMin(size, bytes.size() - body);
             wave.samples.resize(available / 2);
             for (qsizetype i = 0; i < wave.samples.size(); ++i)
-                wave.samples[i] = qFromLittleEndian<qint16>(bytes.constData() + body + 2 * i);
+                wave.samples[i] = le<qint16>(bytes, body + 2 * i);
             return wave;
         }
         at = body + size + (size & 1);
