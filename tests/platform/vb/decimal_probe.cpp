@@ -1,9 +1,11 @@
 // Reads one decimal operation a line from standard input and prints its result,
-// so that a script can check Decimal against an exact reference:
+// so that a script can check Decimal against exact answers:
 //   add|sub|mul|div A B   ->  the result with every digit of its scale
+//   compare A B           ->  <, = or >
 //   parse TEXT            ->  the number the text reads as
 //   display A             ->  the display format "#,0.##"
 //   currency A            ->  the currency value, four decimals
+//   whole N               ->  the decimal made from a whole number
 // A failure prints "error N" with the run-time error's number.
 #include "platform/vb/Decimal.h"
 #include "platform/vb/VbError.h"
@@ -16,6 +18,8 @@
 static QString evaluate(const QStringList &words)
 {
     const QString &operation = words.value(0);
+    if (operation == u"whole")
+        return Decimal(words.value(1).toLongLong()).toString();
     const Decimal a = Decimal::fromText(words.value(1));
     if (operation == u"parse")
         return a.toString();
@@ -24,6 +28,8 @@ static QString evaluate(const QStringList &words)
     if (operation == u"currency")
         return a.toCurrency().toString();
     const Decimal b = Decimal::fromText(words.value(2));
+    if (operation == u"compare")
+        return a < b ? QStringLiteral("<") : a == b ? QStringLiteral("=") : QStringLiteral(">");
     if (operation == u"add")
         return (a + b).toString();
     if (operation == u"sub")
