@@ -1,11 +1,16 @@
 #include "tools/Calculator.h"
 
+#include <QDir>
+#include <QFile>
 #include <QSignalSpy>
 #include <QtTest>
 
-// Key sequences are written as steps split by "|": "[+]" is Eval("+"), "[%]"
-// EvalPercent, "[C]" Clear, and anything else the characters given to SetText
-// ("\b" is the backspace key).
+using namespace Qt::StringLiterals;
+
+// Steps: "[+]" is Eval("+"), "[%]" EvalPercent, "[C]" Clear, "[BS]" the
+// backspace key, anything else the characters given to SetText. Every
+// <case>.keys in tests/data/calculator holds such steps, one a line, and
+// <case>.txt beside it the display after each step.
 class TestCalculator : public QObject
 {
     Q_OBJECT
@@ -17,6 +22,8 @@ private:
             calculator.Clear();
         else if (step == u"[%]")
             calculator.EvalPercent();
+        else if (step == u"[BS]")
+            calculator.SetText(QString(QChar(8)));
         else if (step.size() >= 2 && step.startsWith(u'[') && step.endsWith(u']'))
             calculator.Eval(step.mid(1, step.size() - 2));
         else
@@ -28,51 +35,37 @@ private:
         return calculator.Accumulator() ? calculator.Accumulator()->toDisplayText() : QString();
     }
 
+    static QStringList lines(const QString &path)
+    {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+            return {};
+        return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+    }
+
 private slots:
     void keySequences_data()
     {
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("left to right, no precedence") << "12|[+]|3|[*]|2|[=]" << "12.|12.|3.|15.|2.|30.";
-        QTest::newRow("digits regroup as typed") << "1|2|3|4|5|6|7" << "1.|12.|123.|1,234.|12,345.|123,456.|1,234,567.";
-        QTest::newRow("fraction digits stay as typed until an operator")
-            << "1234567|.|5|0|[=]" << "1,234,567.|1,234,567.|1,234,567.5|1,234,567.50|1,234,567.5";
-        QTest::newRow("no limit on typed fraction digits")
-            << "1|.|0000000000000000000000000000001|[=]" << "1.|1.|1.0000000000000000000000000000001|1.";
-        QTest::newRow("a zero stays one zero") << "0|0" << "0.|0.";
-        QTest::newRow("tenths add exactly") << ".1|[+]|.2|[=]" << "0.1|0.1|0.2|0.3";
-        QTest::newRow("two thirds round up") << "2|[/]|3|[=]" << "2.|2.|3.|0.67";
-        QTest::newRow("display rounds half away from zero") << "1|[/]|8|[=]" << "1.|1.|8.|0.13";
-        QTest::newRow("negative rounds half away from zero") << "1|-|[/]|8|[=]" << "1.|-1.|-1.|8.|-0.13";
-        QTest::newRow("several keys in one call") << "-12" << "-12.";
-        QTest::newRow("typed minus before the digits") << "-|0|5" << "-0.|-0.|-5.";
-        QTest::newRow("second minus is not checked") << "5|-|-|3" << "5.|-5.|--5.|--53";
-        QTest::newRow("yen mark, separators and other keys ignored") << QStringLiteral("1\\2, 3\u00a5x") << "123.";
-        QTest::newRow("percent is a division by a hundred") << "200|[+]|10|[%]|[=]" << "200.|200.|10.|0.1|200.1";
-        QTest::newRow("digits after percent extend the whole part") << "50|[%]|7" << "50.|0.5|7.";
-        QTest::newRow("a key after a result starts a fresh number") << "5|[+]|3|[=]|4" << "5.|5.|3.|8.|4.";
-        QTest::newRow("operators after a result only replace the pending one")
-            << "5|[+]|[-]|[*]|2|[=]" << "5.|5.|5.|5.|2.|10.";
-        QTest::newRow("equals does not repeat the last step") << "2|[+]|3|[=]|[=]" << "2.|2.|3.|5.|5.";
-        QTest::newRow("a number after equals starts a new calculation")
-            << "2|[+]|3|[=]|7|[=]|[+]|1|[=]" << "2.|2.|3.|5.|7.|7.|7.|1.|8.";
-        QTest::newRow("backspace removes the point") << "12|\b" << "12.|12";
-        QTest::newRow("backspace leaves the decimal point mode on") << "1|.|5|\b|\b|7|[=]" << "1.|1.|1.5|1.|1|17|17.";
-        QTest::newRow("large result grouped") << "999999|[*]|999999|[=]" << "999,999.|999,999.|999,999.|999,998,000,001.";
+        QTest::addColumn<QString>("keys");
+        const QDir folder(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/calculator"));
+        const QStringList cases = folder.entryList({QStringLiteral("*.keys")}, QDir::Files, QDir::Name);
+        QVERIFY(cases.size() >= 20);
+        for (const QString &name : cases)
+            QTest::newRow(qPrintable(name)) << folder.filePath(name);
     }
 
     void keySequences()
     {
-        QFETCH(QString, steps);
-        QFETCH(QString, shown);
-        const QStringList keys = steps.split(u'|'), texts = shown.split(u'|');
-        QCOMPARE(keys.size(), texts.size());
+        QFETCH(QString, keys);
+        const QStringList steps = lines(keys);
+        const QStringList shown = lines(keys.chopped(4) + QStringLiteral("txt"));
+        QCOMPARE(steps.size(), shown.size());
         Calculator calculator;
         calculator.Clear();
-        for (qsizetype i = 0; i < keys.size(); ++i) {
-            press(calculator, keys[i]);
-            QVERIFY2(calculator.Text() == texts[i],
-                     qPrintable(QStringLiteral("after step %1 (%2): %3").arg(i + 1).arg(keys[i], calculator.Text())));
+        for (qsizetype i = 0; i < steps.size(); ++i) {
+            press(calculator, steps[i]);
+            QVERIFY2(calculator.Text() == shown[i],
+                     qPrintable(QStringLiteral("after step %1 (%2): %3").arg(i + 1).arg(steps[i], calculator.Text())));
         }
     }
 
@@ -100,131 +93,99 @@ private slots:
     {
         Calculator calculator;
         QSignalSpy changes(&calculator, &Calculator::Change);
-        QCOMPARE(calculator.State(), Calculator::Cleared);
-        QCOMPARE(calculator.Text(), QString());
-        QCOMPARE(calculator.Operator(), QString());
-
+        const auto state = [&] {
+            return std::tuple(calculator.State(), calculator.Text(), calculator.Operator(), calculator.Count(),
+                              accumulator(calculator), int(changes.count()));
+        };
+        QCOMPARE(state(), std::tuple(Calculator::Cleared, QString(), QString(), qint16(0), QString(), 0));
         calculator.Clear();
-        QCOMPARE(changes.count(), 1);
-        QCOMPARE(calculator.Text(), QStringLiteral("0."));
-        QCOMPARE(calculator.Count(), qint16(0));
-        QCOMPARE(calculator.Operator(), QStringLiteral(" "));
-        QVERIFY(!calculator.Accumulator() && !calculator.Operand());
-
+        QCOMPARE(state(), std::tuple(Calculator::Cleared, u"0."_s, u" "_s, qint16(0), QString(), 1));
+        QVERIFY(!calculator.Operand());
         // "=" at once evaluates the "0." shown.
         QCOMPARE(calculator.Eval("=").toString(), QStringLiteral("0"));
-        QCOMPARE(changes.count(), 2);
-        QCOMPARE(calculator.Text(), QStringLiteral("0."));
-        QCOMPARE(calculator.Count(), qint16(1));
-        QCOMPARE(calculator.Operator(), QStringLiteral("="));
-        QCOMPARE(calculator.State(), Calculator::ResultShown);
-
+        QCOMPARE(state(), std::tuple(Calculator::ResultShown, u"0."_s, u"="_s, qint16(1), u"0."_s, 2));
         // Entry raises no event; the operator takes only its first character,
         // and an empty one means none.
         calculator.SetText("5.");
-        QCOMPARE(changes.count(), 2);
-        QCOMPARE(calculator.State(), Calculator::Entering);
+        QCOMPARE(state(), std::tuple(Calculator::Entering, u"5."_s, u"="_s, qint16(1), u"0."_s, 2));
         QVERIFY(calculator.DecimalPoint());
         calculator.Eval("+-");
-        QCOMPARE(calculator.Operator(), QStringLiteral("+"));
+        QCOMPARE(calculator.Operator(), u"+"_s);
         calculator.Eval("");
-        QCOMPARE(calculator.Operator(), QStringLiteral(" "));
+        QCOMPARE(calculator.Operator(), u" "_s);
         calculator.EvalPercent();
         QCOMPARE(changes.count(), 5);
-
         // Clear leaves the decimal point mode for the next entry to reset.
         calculator.Clear();
         QVERIFY(calculator.DecimalPoint());
         calculator.SetText("7");
         QVERIFY(!calculator.DecimalPoint());
-        QCOMPARE(calculator.Text(), QStringLiteral("7."));
+        QCOMPARE(calculator.Text(), u"7."_s);
     }
 
-    // The last step fails: evaluations raise Error with the message and throw
-    // the object-defined error 513; entry throws its own error and raises nothing.
-    void failures_data()
-    {
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<int>("number");
-        QTest::addColumn<QString>("message");
-        QTest::addColumn<QString>("textAfter");
-        QTest::addColumn<QString>("accumulatorAfter");
-        QTest::addColumn<int>("countAfter");
-        const int evalError = -2147220991;
-        const QString byZero = VbError::divisionByZero().description();
-        const QString mismatch = VbError::typeMismatch().description();
-        QTest::newRow("division by zero") << "5|[/]|0|[=]" << evalError << byZero << "0." << "5." << 1;
-        QTest::newRow("two minus signs as the first number") << "5|-|-|[+]" << evalError << mismatch << "--5." << "" << 1;
-        QTest::newRow("two minus signs as the operand")
-            << "12|[+]|5|-|-|[=]" << evalError << mismatch << "--5." << "12." << 2;
-        QTest::newRow("overflow") << "79228162514264337593543950335|[+]|1|[=]" << evalError
-                                  << VbError::overflow().description() << "1."
-                                  << "79,228,162,514,264,337,593,543,950,335." << 1;
-        QTest::newRow("nothing left to read") << "0|\b|\b|[=]" << evalError << mismatch << "" << "" << 1;
-        QTest::newRow("percent of two minus signs") << "5|-|-|[%]" << evalError << mismatch << "--5." << "" << 0;
-        QTest::newRow("digit after the point was removed") << "12|\b|3" << 5 << "" << "12" << "" << 0;
-        QTest::newRow("digit after a second minus") << "5|-|-|3|4" << 5 << "" << "--53" << "" << 0;
-        QTest::newRow("a digit more than the largest number")
-            << "79228162514264337593543950335|0" << 6 << "" << "79,228,162,514,264,337,593,543,950,335." << "" << 0;
-    }
-
+    // The last step fails. An evaluation raises Error with the message and
+    // throws the object-defined error 513; entry throws its own error and
+    // raises nothing. Either way no Change, and the state the step reached:
+    // "error number|Error events|message|text|accumulator|count".
     void failures()
     {
-        QFETCH(QString, steps);
-        QFETCH(int, number);
-        QFETCH(QString, message);
-        QFETCH(QString, textAfter);
-        QFETCH(QString, accumulatorAfter);
-        QFETCH(int, countAfter);
-        const QStringList keys = steps.split(u'|');
-        Calculator calculator;
-        calculator.Clear();
-        for (qsizetype i = 0; i + 1 < keys.size(); ++i)
-            press(calculator, keys[i]);
-        QSignalSpy changes(&calculator, &Calculator::Change);
-        QSignalSpy errors(&calculator, &Calculator::Error);
-        int thrown = 0;
-        try {
-            press(calculator, keys.last());
-        } catch (const VbError &error) {
-            thrown = error.number();
+        const QString byZero = VbError::divisionByZero().description();
+        const QString mismatch = VbError::typeMismatch().description();
+        const QString largest = u"79228162514264337593543950335"_s;
+        const QString largestShown = u"79,228,162,514,264,337,593,543,950,335."_s;
+        const QList<std::pair<QString, QString>> cases = {
+            {u"5|[/]|0|[=]"_s, u"-2147220991|1|%1|0.|5.|1"_s.arg(byZero)},
+            {u"5|-|-|[+]"_s, u"-2147220991|1|%1|--5.||1"_s.arg(mismatch)},
+            {u"12|[+]|5|-|-|[=]"_s, u"-2147220991|1|%1|--5.|12.|2"_s.arg(mismatch)},
+            {largest + u"|[+]|1|[=]"_s, u"-2147220991|1|%1|1.|%2|1"_s.arg(VbError::overflow().description(), largestShown)},
+            {u"0|[BS]|[BS]|[=]"_s, u"-2147220991|1|%1|||1"_s.arg(mismatch)},
+            {u"5|-|-|[%]"_s, u"-2147220991|1|%1|--5.||0"_s.arg(mismatch)},
+            {u"12|[BS]|3"_s, u"5|0||12||0"_s},   // a digit after the point was taken back
+            {u"5|-|-|3|4"_s, u"5|0||--53||0"_s},
+            {largest + u"|0"_s, u"6|0||%1||0"_s.arg(largestShown)},
+        };
+        for (const auto &[steps, expected] : cases) {
+            const QStringList keys = steps.split(u'|');
+            Calculator calculator;
+            calculator.Clear();
+            for (qsizetype i = 0; i + 1 < keys.size(); ++i)
+                press(calculator, keys[i]);
+            QSignalSpy changes(&calculator, &Calculator::Change);
+            QSignalSpy errors(&calculator, &Calculator::Error);
+            int thrown = 0;
+            try {
+                press(calculator, keys.last());
+            } catch (const VbError &error) {
+                thrown = error.number();
+            }
+            const QString message = errors.isEmpty() ? QString() : errors.first().first().toString();
+            const QStringList outcome{QString::number(thrown), QString::number(errors.count()), message,
+                                      calculator.Text(), accumulator(calculator), QString::number(calculator.Count())};
+            QCOMPARE(steps + u": "_s + outcome.join(u'|'), steps + u": "_s + expected);
+            QCOMPARE(changes.count(), 0);
+            QCOMPARE(calculator.State(), Calculator::Entering);
+            // The calculator stays usable: Clear starts over.
+            calculator.Clear();
+            calculator.SetText("4");
+            QCOMPARE(calculator.Eval("=").toString(), u"4"_s);
         }
-        QCOMPARE(thrown, number);
-        QCOMPARE(errors.count(), message.isEmpty() ? 0 : 1);
-        if (!message.isEmpty())
-            QCOMPARE(errors.first().first().toString(), message);
-        QCOMPARE(changes.count(), 0);
-        QCOMPARE(calculator.Text(), textAfter);
-        QCOMPARE(accumulator(calculator), accumulatorAfter);
-        QCOMPARE(int(calculator.Count()), countAfter);
-        QCOMPARE(calculator.State(), Calculator::Entering);
-        // The calculator stays usable: Clear starts over.
-        calculator.Clear();
-        calculator.SetText("4");
-        QCOMPARE(calculator.Eval("=").toString(), QStringLiteral("4"));
     }
 
-    void money_data()
-    {
-        QTest::addColumn<QString>("steps");
-        QTest::addColumn<qint64>("tenThousandths");
-        QTest::newRow("typed fraction, half to even down") << "1234.56785" << qint64(12345678);
-        QTest::newRow("half to even up") << "1.00015" << qint64(10002);
-        QTest::newRow("negative") << "-|2|.|5" << qint64(-25000);
-        QTest::newRow("the displayed result, not the exact one") << "1|[/]|3|[=]" << qint64(3300);
-        QTest::newRow("not a number gives zero") << "5|-|-" << qint64(0);
-        QTest::newRow("out of range gives zero") << "922337203685478" << qint64(0);
-    }
-
+    // Ten-thousandths, rounded half to even from the text shown; zero when
+    // the text is no number or out of range.
     void money()
     {
-        QFETCH(QString, steps);
-        QFETCH(qint64, tenThousandths);
-        Calculator calculator;
-        calculator.Clear();
-        for (const QString &step : steps.split(u'|'))
-            press(calculator, step);
-        QCOMPARE(calculator.Money().tenThousandths(), tenThousandths);
+        const QList<std::pair<QString, qint64>> cases = {
+            {u"1234.56785"_s, 12345678}, {u"1.00015"_s, 10002}, {u"-|2|.|5"_s, -25000},
+            {u"1|[/]|3|[=]"_s, 3300}, {u"5|-|-"_s, 0}, {u"922337203685477"_s, 9223372036854770000}, {u"922337203685478"_s, 0},
+        };
+        for (const auto &[steps, tenThousandths] : cases) {
+            Calculator calculator;
+            calculator.Clear();
+            for (const QString &step : steps.split(u'|'))
+                press(calculator, step);
+            QCOMPARE(std::pair(steps, calculator.Money().tenThousandths()), std::pair(steps, tenThousandths));
+        }
     }
 };
 
