@@ -215,7 +215,8 @@ def main():
             re.fullmatch(r"-?0(\.0*)?", text) for text in (expected, answer))
         if answer != expected and not zero:
             failures.append(f"{line}\n  expected {expected}\n  got      {answer}")
-    print("\n".join(failures[:25]))
+    for failure in failures[:25]:
+        print(failure)
     print(f"seed {seed}: {len(cases) - len(failures)} passed, {len(failures)} failed")
     return 1 if failures else 0
 
