@@ -2,38 +2,47 @@
 #include "platform/keys/KeySender.h"
 #include "tools/IME.h"
 #include "support/IBusSession.h"
+#include "support/PadDriver.h"
 #include "support/PreeditWatcher.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QTest>
-#include <QTextEdit>
+#include <QWindow>
 
-// The input-method bridge against the real IBus and Mozc: the on/off key,
+// The input-method bridge against the real IBus and Mozc (the on/off key,
 // the mode it reports, composing from romaji sent as keys, conversion, the
-// last result with its reading, and detaching the input method.
+// last result with its reading, detaching), then typing Japanese with the
+// mouse alone: real clicks on the input pad while the host's text edit
+// keeps the focus.
 class TestIBusBridge : public QObject
 {
     Q_OBJECT
 
 private:
-    QTextEdit *edit = nullptr;
+    std::unique_ptr<PadDriver> pad;
     IME *ime = nullptr;
     PreeditWatcher *preedit = nullptr;
+
+    QString typed() const { return pad->edit->toPlainText(); }
+    QString composing() const { return preedit->preedit(); }
+
+    void verifyFocusStayed()
+    {
+        QCOMPARE(QApplication::focusWidget(), pad->edit);
+        QCOMPARE(QGuiApplication::focusWindow(), pad->host->windowHandle());
+    }
 
 private slots:
     void initTestCase()
     {
         if (!IBusSession::available())
             QSKIP("needs the IBus session with Mozc");
-        edit = new QTextEdit;
-        edit->resize(400, 200);
-        preedit = new PreeditWatcher(edit);
-        edit->show();
-        edit->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(edit));
-        edit->setFocus();
+        pad = std::make_unique<PadDriver>(QStringLiteral(LANTERN_PROGRAM_DIR), InfoDlg::CharacterMode, 1.5, true);
+        preedit = new PreeditWatcher(pad->edit);
+        QVERIFY(pad->show());
         ime = new IME(this);
-        ime->setHandle(edit);
+        ime->setHandle(pad->host);
         QVERIFY(ime->Handle() != 0);
         QVERIFY(ime->Layout.startsWith(QStringLiteral("ibus:")));
         QCOMPARE(ime->Description(), QStringLiteral("Mozc"));
@@ -42,8 +51,6 @@ private slots:
         QCOMPARE(IME::IMEStatus(), 0);
         QVERIFY(!ime->Enabled());
     }
-
-    void cleanupTestCase() { delete edit; }
 
     void onOffKeyTurnsJapaneseInputOnAndOff()
     {
@@ -60,31 +67,93 @@ private slots:
 
     void romajiComposeAndConvert()
     {
-        edit->clear();
         KeySender::send(QStringLiteral("nihongo"));
-        QTRY_COMPARE(preedit->preedit(), QStringLiteral("にほんご"));
+        QTRY_COMPARE(composing(), QStringLiteral("にほんご"));
         ime->KeyPress(IME::ConvertKey);
-        QTRY_COMPARE(preedit->preedit(), QStringLiteral("日本語"));
+        QTRY_COMPARE(composing(), QStringLiteral("日本語"));
         KeySender::send(QStringLiteral("{ENTER}"));
-        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("日本語"));
+        QTRY_COMPARE(typed(), QStringLiteral("日本語"));
         QCOMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
         // Full-width characters pass through the input method as they are.
         KeySender::send(QStringLiteral("ＡＢ"));
-        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("日本語ＡＢ"));
+        QTRY_COMPARE(typed(), QStringLiteral("日本語ＡＢ"));
     }
 
     void detachedWindowGetsKeysDirectly()
     {
-        edit->clear();
+        pad->edit->clear();
         ime->Dissociate();
         KeySender::send(QStringLiteral("ni"));
-        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("ni"));
+        QTRY_COMPARE(typed(), QStringLiteral("ni"));
         ime->Associate();
-        edit->clear();
+        pad->edit->clear();
         KeySender::send(QStringLiteral("ni{ENTER}"));
-        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("に"));
+        QTRY_COMPARE(typed(), QStringLiteral("に"));
         ime->setEnabled(false);
         QCOMPARE(IME::IMEStatus(), 0);
+    }
+
+    void padHiraganaComposeAndConvertToKanji()
+    {
+        pad->focus(pad->edit);
+        QTRY_VERIFY(!pad->dialog->MiniChannels[16]->isChecked());
+        pad->clickButton(16);
+        QTRY_COMPARE(IME::IMEStatus(), 4);
+        QTRY_VERIFY(pad->dialog->MiniChannels[16]->isChecked());
+        // Each key tells its host the input method's mode, which a title
+        // field of the document follows.
+        QList<qint32> statuses;
+        auto watch = connect(pad->dialog, &InfoDlg::KeyCheck, this,
+                             [&statuses](qint32 &status, qint32 &, QString &) { statuses.append(status); });
+        pad->clickKeys(KeyTable::Hiragana, {{1, 1}});
+        disconnect(watch);
+        QCOMPARE(statuses, QList<qint32>{4});
+        pad->clickButton(20);
+        QTRY_COMPARE(composing(), QString());
+        pad->clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}});   // に ほ ん ご
+        QTRY_COMPARE(composing(), QStringLiteral("にほんご"));
+        QCOMPARE(typed(), QString());
+        pad->clickButton(17);   // convert
+        QTRY_COMPARE(composing(), QStringLiteral("日本語"));
+        pad->clickButton(19);   // apply
+        QTRY_COMPARE(typed(), QStringLiteral("日本語"));
+        verifyFocusStayed();
+        // The alphabet types full width while the input method is on.
+        pad->clickKeys(KeyTable::Alpha, {{1, 1}, {13, 4}, {17, 1}});
+        QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７"));
+    }
+
+    void padSpaceConvertsAndCancelGoesBack()
+    {
+        pad->clickKeys(KeyTable::Hiragana, {{2, 1}, {10, 3}, {12, 2}});   // か ん じ
+        QTRY_COMPARE(composing(), QStringLiteral("かんじ"));
+        pad->clickButton(1);    // space converts
+        QTRY_VERIFY(composing() != QStringLiteral("かんじ") && !composing().isEmpty());
+        const QString first = composing();
+        pad->clickButton(1);    // and gives the next candidate
+        QTRY_VERIFY(composing() != first && !composing().isEmpty());
+        pad->clickButton(20);   // cancel the conversion: the kana again
+        QTRY_COMPARE(composing(), QStringLiteral("かんじ"));
+        pad->clickButton(20);   // and the composition
+        QTRY_COMPARE(composing(), QString());
+        QCOMPARE(typed(), QStringLiteral("日本語Ａｚ７"));
+        // A key without romaji types its kana as they are, after what was composed.
+        pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
+        QTRY_COMPARE(composing(), QStringLiteral("に"));
+        pad->clickKeys(KeyTable::Hiragana, {{20, 3}});   // 『
+        QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７に『"));
+        QCOMPARE(composing(), QString());
+    }
+
+    void padOffAgainTheKanaAreTypedDirectly()
+    {
+        pad->clickButton(16);
+        QTRY_COMPARE(IME::IMEStatus(), 0);
+        QTRY_VERIFY(!pad->dialog->MiniChannels[16]->isChecked());
+        pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
+        pad->clickKeys(KeyTable::Alpha, {{1, 1}});
+        QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７に『にA"));
+        verifyFocusStayed();
     }
 };
 
