@@ -180,6 +180,24 @@ void WordProcessor::changeEvent(QEvent *event)
         document()->setDefaultFont(m_baseFont);
 }
 
+void WordProcessor::setVisible(bool visible)
+{
+    // A text set into the box before it first shows opens at its start, the
+    // caret with it: the first page is what the user reads first, and only
+    // that much has to be laid out before the box can paint. The caret is
+    // moved while nothing is laid out yet; left at the end of a long text it
+    // would have the whole text laid out at once when the box shows.
+    if (visible && !m_shownBefore) {
+        m_shownBefore = true;
+        QTextCursor start = textCursor();
+        if (!start.hasSelection() && start.position() != 0) {
+            start.setPosition(0);
+            setTextCursor(start);
+        }
+    }
+    QTextEdit::setVisible(visible);
+}
+
 bool WordProcessor::canInsertFromMimeData(const QMimeData *source) const
 {
     return !rtfFormatIn(source).isEmpty() || source->hasHtml() || source->hasText();

@@ -20,6 +20,8 @@ class WordProcessor : public QTextEdit
 public:
     explicit WordProcessor(QWidget *parent = nullptr);
 
+    void setVisible(bool visible) override;
+
     // The control-array index; element 0 is the pattern, never shown.
     int index() const { return m_index; }
     void setIndex(int index) { m_index = index; }
@@ -71,6 +73,7 @@ private:
     QList<QTextBlock> selectedBlocks() const;
     void noteChange(int position, int removed, int added);
 
+    bool m_shownBefore = false;
     int m_index = 0;
     qint32 m_reserved = 0;
     int m_textZoom = 100;

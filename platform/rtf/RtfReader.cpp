@@ -51,9 +51,14 @@ bool RtfReader::read(const QByteArray &rtf, QTextDocument *document, QString *er
         return false;
     const bool undo = document->isUndoRedoEnabled();
     document->setUndoRedoEnabled(false);
+    // One edit for the whole text: a box showing the document lays it out
+    // once, lazily from the top, instead of again after every insertion.
+    QTextCursor edit(document);
+    edit.beginEditBlock();
     document->clear();
     QString problem;
     const bool ok = parseInto(rtf, QTextCursor(document), &problem);
+    edit.endEditBlock();
     document->setUndoRedoEnabled(undo);
     if (!ok)
         RuntimeLog::note("RtfReader", problem);
