@@ -4,7 +4,7 @@
 # the pictures (and the raw screen as the X server shows it, *-screen.png) and
 # look at them.
 set -euo pipefail
-. "$(dirname "$0")/../support/isolation.sh"
+. "$(dirname "$0")/../../support/isolation.sh"
 
 build="${LANTERN_BUILD_DIR:?}"
 preview="$build/programs/character_preview"
