@@ -83,33 +83,20 @@ private slots:
         QCOMPARE(typed(), text);
     }
 
-    // Pixels in the pad's own units: 30-pixel keys, the first 10 from the edge.
-    void cellsUnderTheMouse_data()
-    {
-        QTest::addColumn<int>("keypad");
-        QTest::addColumn<QPoint>("at");
-        QTest::addColumn<bool>("valid");
-        QTest::addColumn<QPoint>("cell");
-        QTest::newRow("alphabet column 15") << 11 << QPoint(459, 10) << true << QPoint(15, 1);
-        QTest::newRow("alphabet gap") << 11 << QPoint(460, 10) << false << QPoint(16, 1);
-        QTest::newRow("alphabet column 17") << 11 << QPoint(490, 10) << true << QPoint(17, 1);
-        QTest::newRow("hiragana column 16") << 12 << QPoint(460, 10) << true << QPoint(16, 1);
-        QTest::newRow("hiragana column 20") << 12 << QPoint(609, 159) << true << QPoint(20, 5);
-        QTest::newRow("hiragana column 21") << 12 << QPoint(610, 10) << false << QPoint(21, 1);
-        QTest::newRow("symbol row 6") << 14 << QPoint(20, 160) << false << QPoint(1, 6);
-        QTest::newRow("number pad corner") << 0 << QPoint(129, 159) << true << QPoint(4, 5);
-        QTest::newRow("number pad column 5") << 0 << QPoint(130, 10) << false << QPoint(5, 1);
-    }
-
+    // Pixels in the pad's own units: 30-pixel keys, the first 10 from the
+    // edge; the alphabet has a gap at column 16, the number pad 4 columns.
     void cellsUnderTheMouse()
     {
-        QFETCH(int, keypad);
-        QFETCH(QPoint, at);
-        QFETCH(bool, valid);
-        QFETCH(QPoint, cell);
-        int column = 0, row = 0;
-        QCOMPARE(InfoDlg::cellAt(keypad, at.x(), at.y(), column, row), valid);
-        QCOMPARE(QPoint(column, row), cell);
+        const struct { int pad; QPoint at; bool valid; QPoint cell; } cases[] = {
+            {11, {459, 10}, true, {15, 1}}, {11, {460, 10}, false, {16, 1}}, {11, {490, 10}, true, {17, 1}},
+            {12, {460, 10}, true, {16, 1}}, {12, {609, 159}, true, {20, 5}}, {12, {610, 10}, false, {21, 1}},
+            {14, {20, 160}, false, {1, 6}}, {0, {129, 159}, true, {4, 5}}, {0, {130, 10}, false, {5, 1}},
+        };
+        for (const auto &[keypad, at, valid, cell] : cases) {
+            int column = 0, row = 0;
+            const bool found = InfoDlg::cellAt(keypad, at.x(), at.y(), column, row);
+            QCOMPARE(std::tuple(keypad, at, found, QPoint(column, row)), std::tuple(keypad, at, valid, cell));
+        }
     }
 
     void theUsersKeySettingsReplaceTheInstalledTable()
@@ -141,43 +128,27 @@ private slots:
         QCOMPARE(typed(), QStringLiteral("ね"));
     }
 
-    void buttonsSendTheirKeys_data()
-    {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<int>("options");
-        QTest::addColumn<bool>("onAButton");
-        QTest::addColumn<QString>("keys");
-        QTest::newRow("space") << 1 << 0 << false << " ";
-        QTest::newRow("left") << 4 << 0 << false << "{LEFT}";
-        QTest::newRow("right") << 5 << 0 << false << "{RIGHT}";
-        QTest::newRow("up walks the controls") << 6 << 0 << false << "+{TAB}";
-        QTest::newRow("up with arrow keys") << 6 << 256 << false << "{UP}";
-        QTest::newRow("down walks the controls") << 7 << 0 << false << "{TAB}";
-        QTest::newRow("down with arrow keys") << 7 << 256 << false << "{DOWN}";
-        QTest::newRow("blank") << 8 << 0 << false << " ";
-        QTest::newRow("line break") << 10 << 0 << false << "~";
-        QTest::newRow("on/off") << 16 << 0 << false << "{KANJI}";
-        QTest::newRow("convert needs the input method on") << 17 << 0 << false << "";
-        QTest::newRow("no-convert") << 18 << 0 << false << "{NONCONVERT}";
-        QTest::newRow("apply") << 19 << 0 << false << "{ENTER}";
-        QTest::newRow("cancel") << 20 << 0 << false << "{ESC}";
-        QTest::newRow("delete in a text control") << 2 << 0 << false << "{BACKSPACE}";
-        QTest::newRow("delete elsewhere takes the word") << 9 << 0 << true << "^{LEFT}+^{RIGHT}{BACKSPACE}";
-    }
-
+    // The keys each button sends to the focused control, by option 256
+    // (arrow keys) and by whether that control is a text control.
     void buttonsSendTheirKeys()
     {
-        QFETCH(int, index);
-        QFETCH(int, options);
-        QFETCH(bool, onAButton);
-        QFETCH(QString, keys);
-        dialog->setOptions(options);
-        pad->focus(onAButton ? static_cast<QWidget *>(pad->button) : pad->edit, QStringLiteral("ab"));
-        SentKeys sent;
-        pad->clickButton(index);
-        QCOMPARE(sent.take(), SentKeys::of(keys));
-        if (index == 16)
-            pad->clickButton(16);   // the on/off button is a toggle: back to released
+        const struct { int index; int options; bool onAButton; const char *keys; } cases[] = {
+            {1, 0, false, " "}, {4, 0, false, "{LEFT}"}, {5, 0, false, "{RIGHT}"},
+            {6, 0, false, "+{TAB}"}, {6, 256, false, "{UP}"}, {7, 0, false, "{TAB}"}, {7, 256, false, "{DOWN}"},
+            {8, 0, false, " "}, {10, 0, false, "~"}, {16, 0, false, "{KANJI}"},
+            {17, 0, false, ""},   // convert: not while the input method is off
+            {18, 0, false, "{NONCONVERT}"}, {19, 0, false, "{ENTER}"}, {20, 0, false, "{ESC}"},
+            {2, 0, false, "{BACKSPACE}"}, {9, 0, true, "^{LEFT}+^{RIGHT}{BACKSPACE}"},
+        };
+        for (const auto &[index, options, onAButton, keys] : cases) {
+            dialog->setOptions(options);
+            pad->focus(onAButton ? static_cast<QWidget *>(pad->button) : pad->edit, QStringLiteral("ab"));
+            SentKeys sent;
+            pad->clickButton(index);
+            QCOMPARE(std::pair(index, sent.take()), std::pair(index, SentKeys::of(QString::fromUtf8(keys))));
+            if (index == 16)
+                pad->clickButton(16);   // the on/off button is a toggle: back to released
+        }
     }
 
     // Delete takes the character at the caret at the start of a text, and
@@ -207,13 +178,10 @@ private slots:
         QPlainTextEdit plain;
         QComboBox list, editable;
         editable.setEditable(true);
-        QVERIFY(InfoDlg::isTextControl(pad->edit));
-        QVERIFY(InfoDlg::isTextControl(&plain));
-        QVERIFY(InfoDlg::isTextControl(pad->line));
-        QVERIFY(InfoDlg::isTextControl(&editable));
-        QVERIFY(!InfoDlg::isTextControl(&list));
-        QVERIFY(!InfoDlg::isTextControl(pad->button));
-        QVERIFY(!InfoDlg::isTextControl(nullptr));
+        for (QWidget *control : {(QWidget *)pad->edit, (QWidget *)&plain, (QWidget *)pad->line, (QWidget *)&editable})
+            QVERIFY(InfoDlg::isTextControl(control));
+        for (QWidget *control : {(QWidget *)&list, (QWidget *)pad->button, (QWidget *)nullptr})
+            QVERIFY(!InfoDlg::isTextControl(control));
     }
 
     void quitAndPadButtons()
