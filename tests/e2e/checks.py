@@ -1,5 +1,5 @@
-"""The tally the end-to-end scripts keep: one line per check, and the closing
-line "N passed, N failed" that the test runner reads."""
+# The tally the end-to-end scripts keep: one line per check, and the closing
+# line "N passed, N failed" that the test runner reads.
 import os
 import sys
 
@@ -22,6 +22,6 @@ def check(what, condition, detail=""):
 
 
 def summary():
-    """Prints the closing line; returns the script's exit status."""
+    # Prints the closing line; returns the script's exit status.
     print(f"{passes} passed, {len(failures)} failed")
     return 1 if failures else 0

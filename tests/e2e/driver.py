@@ -1,12 +1,12 @@
-"""Drives the real program the way a person does: its own X server, the
-controls found through the accessibility bus, real pointer events through
-xdotool. Shared by the end-to-end journeys.
-
-A script that imports this module first calls `own_session()`, which gives it
-a session bus of its own (the accessibility bus comes with it)."""
+# Drives the real program the way a person does: its own X server, the
+# controls found through the accessibility bus, real pointer events through
+# xdotool. Shared by the end-to-end journeys; run(journeys) gives the script a
+# session bus of its own (the accessibility bus comes with it).
+import contextlib
 import glob
 import os
 import re
+import shutil
 import subprocess
 import sys
 import time
@@ -14,7 +14,10 @@ import time
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
 import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
 
+from checks import check, summary  # noqa: E402
+
 PROGRAM = os.path.join(os.environ.get("LANTERN_PROGRAM_DIR", ""), "lantern")
+RTFCONV = os.path.join(os.environ.get("LANTERN_PROGRAM_DIR", ""), "rtfconv")
 SHOTS = os.path.join(os.environ.get("LANTERN_BUILD_DIR", "/tmp"), "screenshots")
 CONFIG = os.environ.get("XDG_CONFIG_HOME", "")
 DATA = os.environ.get("XDG_DATA_HOME", "")
@@ -23,41 +26,40 @@ HEADER = re.compile(r'^"(.*)",#(\d{4}-\d\d-\d\d(?: \d\d:\d\d:\d\d)?)#\r\n', re.S
 
 
 def own_session():
-    """Re-runs the calling script inside a private session bus, once."""
+    # Re-runs the calling script inside a private session bus, once.
     if not os.environ.get("LANTERN_E2E_SESSION"):
         os.environ["LANTERN_E2E_SESSION"] = "1"
         os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable] + sys.argv)
 
 
+def poll(probe, timeout):
+    # What the probe gives first that is not empty, or the last try's result
+    # once the time is up.
+    deadline = time.time() + timeout
+    while not (found := probe()) and time.time() < deadline:
+        time.sleep(0.2)
+    return found
+
+
 def start_display(width, height):
-    """A private Xvfb of that size; returns (process, display name)."""
+    # A private Xvfb of that size, which picks a free display itself.
     read_fd, write_fd = os.pipe()
     xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_fd), "-screen", "0", f"{width}x{height}x24",
                              "-nolisten", "tcp", "-noreset"], pass_fds=(write_fd,), stdout=subprocess.DEVNULL,
                             stderr=subprocess.DEVNULL)
     os.close(write_fd)
-    number = b""
-    while not number.endswith(b"\n"):
-        chunk = os.read(read_fd, 16)
-        if not chunk:
-            break
-        number += chunk
-    os.close(read_fd)
-    return xvfb, ":" + number.decode().strip()
+    with os.fdopen(read_fd) as pipe:
+        return xvfb, ":" + pipe.readline().strip()
 
 
 def write_settings(**sections):
-    """The settings file as the program reads it. Without arguments: no
-    character and no music, hints on, Smart Pencil off."""
-    if not sections:
-        sections = {"Skin Settings": {"Graphic": "False", "Music": "False"},
-                    "Settings": {"How-to": "True", "Smart Pencil": "False"}}
+    # Without arguments: no character and no music, hints on, Smart Pencil off.
+    sections = sections or {"Skin Settings": {"Graphic": "False", "Music": "False"},
+                            "Settings": {"How-to": "True", "Smart Pencil": "False"}}
     os.makedirs(CONFIG, exist_ok=True)
     with open(os.path.join(CONFIG, "Fernwick Nib 2007.ini"), "w", encoding="utf-8") as ini:
         for section, keys in sections.items():
-            ini.write(f"[{section}]\n")
-            for key, value in keys.items():
-                ini.write(f"{key}={value}\n")
+            ini.write(f"[{section}]\n" + "".join(f"{key}={value}\n" for key, value in keys.items()))
 
 
 def document_files():
@@ -65,17 +67,15 @@ def document_files():
 
 
 def read_document(path):
-    """(title, save time, body) of a saved document; (None, None, text) when
-    its header does not parse."""
+    # (title, save time, body); (None, None, text) when the header does not parse.
     with open(path, "rb") as f:
-        raw = f.read()
-    text = raw.decode("cp932", errors="replace")
+        text = f.read().decode("cp932", errors="replace")
     match = HEADER.match(text)
     return (match.group(1), match.group(2), text[match.end():]) if match else (None, None, text)
 
 
 def write_document(name, title, body, stamp="2026-01-02 03:04:05"):
-    """Puts a document file into the folder as the program writes them."""
+    # A document file put into the folder as the program writes them.
     os.makedirs(DOCUMENTS, exist_ok=True)
     path = os.path.join(DOCUMENTS, name)
     with open(path, "wb") as f:
@@ -83,57 +83,84 @@ def write_document(name, title, body, stamp="2026-01-02 03:04:05"):
     return path
 
 
+def named_by_its_time(path, stamp):
+    # A header's save time is the time the file is named by.
+    return stamp is not None and re.sub(r"[- :]", "", stamp) == os.path.basename(path)[:14]
+
+
+def rtfconv(option, path):
+    # A saved document as the program's own RTF reader gives it back.
+    done = subprocess.run([RTFCONV, option, path], capture_output=True, timeout=30)
+    return done.stdout.decode("utf-8", errors="replace").removesuffix("\n")
+
+
+def run(journeys, tools=()):
+    # Each journey starts from no documents and the default settings; a
+    # missing tool skips the script (77).
+    missing = [tool for tool in ("Xvfb", "xdotool", "dbus-run-session", *tools) if not shutil.which(tool)]
+    if missing:
+        print("missing", *missing)
+        sys.exit(77)
+    own_session()
+    for journey in journeys:
+        if os.environ.get("LANTERN_JOURNEY", journey.__name__) != journey.__name__:
+            continue
+        print(f"--- {journey.__name__}")
+        for path in document_files():
+            os.remove(path)
+        write_settings()
+        try:
+            journey()
+        except Exception as error:
+            check(f"{journey.__name__} reached its end", False, repr(error))
+    sys.exit(summary())
+
+
+def _full_disk(limit):
+    # A disk that fills up at `limit` bytes a file: writes beyond it fail
+    # (SIGXFSZ ignored, which the program inherits).
+    def apply():
+        import resource
+        import signal
+        signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
+        resource.setrlimit(resource.RLIMIT_FSIZE, (limit, resource.RLIM_INFINITY))
+    return apply
+
+
 class Lantern:
-    """The running program on one display."""
+    # The running program on one display.
 
     def __init__(self, display, args=(), file_size_limit=None):
         import pyatspi
         self.pyatspi = pyatspi
         self.display = display
         self.env = dict(os.environ, DISPLAY=display, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
-        self.log = open(os.path.join(os.environ.get("LANTERN_TEST_ROOT", "/tmp"), "lantern.log"), "a")
+        self.log = open(os.path.join(os.environ["HOME"], "lantern.log"), "a")
         self.process = subprocess.Popen([PROGRAM, *args], env=self.env, stdout=self.log, stderr=self.log,
-                                        preexec_fn=self._full_disk(file_size_limit) if file_size_limit else None)
-        self.app = None
-        deadline = time.time() + 30
-        while time.time() < deadline and self.app is None:
-            for app in pyatspi.Registry.getDesktop(0):
-                if app is not None and app.name == "Fernwick Nib 2007" and self._pid(app) in (None, self.process.pid):
-                    self.app = app
-            time.sleep(0.2)
+                                        preexec_fn=_full_disk(file_size_limit) if file_size_limit else None)
 
-    @staticmethod
-    def _full_disk(limit):
-        """A disk that fills up at `limit` bytes a file: writes beyond it fail
-        (SIGXFSZ ignored, which the program inherits)."""
-        def apply():
-            import resource
-            import signal
-            signal.signal(signal.SIGXFSZ, signal.SIG_IGN)
-            resource.setrlimit(resource.RLIMIT_FSIZE, (limit, resource.RLIM_INFINITY))
-        return apply
+        def ours(app):
+            try:
+                return app.name == "Fernwick Nib 2007" and app.get_process_id() == self.process.pid
+            except Exception:
+                return app is not None and app.name == "Fernwick Nib 2007"
+        self.app = poll(lambda: next((app for app in pyatspi.Registry.getDesktop(0) if ours(app)), None), 30)
+        if self.app is None:
+            self.kill()
+            raise RuntimeError("the program did not show up on the accessibility bus")
 
     def make_room(self):
-        """Lifts the file-size limit of the running program."""
+        # Lifts the file-size limit of the running program.
         import resource
         resource.prlimit(self.process.pid, resource.RLIMIT_FSIZE, (resource.RLIM_INFINITY, resource.RLIM_INFINITY))
-
-    @staticmethod
-    def _pid(app):
-        try:
-            return app.get_process_id()
-        except Exception:
-            return None
 
     # ---- finding controls ----------------------------------------------
 
     def nodes(self, root=None):
-        root = root or self.app
-        for child in root:
-            if child is None:
-                continue
-            yield child
-            yield from self.nodes(child)
+        for child in root or self.app:
+            if child is not None:
+                yield child
+                yield from self.nodes(child)
 
     def showing(self, node):
         try:
@@ -141,80 +168,86 @@ class Lantern:
         except Exception:
             return False
 
-    def enabled(self, node):
-        return node.getState().contains(self.pyatspi.STATE_ENABLED)
-
     def find(self, name, role=None, timeout=10, exact=True, window=None):
-        """The first showing control with that name (and role), in a window
-        of that title when one is given."""
-        deadline = time.time() + timeout
-        while True:
-            roots = [w for w in self.app if w is not None and (window is None or w.name == window)]
-            for root in roots:
-                for node in self.nodes(root):
-                    matched = node.name == name if exact else name in (node.name or "")
-                    if matched and (role is None or node.getRoleName() == role) and self.showing(node):
-                        return node
-            if time.time() >= deadline:
-                return None
-            time.sleep(0.2)
+        # The first showing control with that name (and role), in a window of
+        # that title when one is given.
+        def matches(node):
+            return ((node.name == name) if exact else (name in (node.name or ""))) \
+                and (role is None or node.getRoleName() == role) and self.showing(node)
+        return poll(lambda: next((node for w in self.app if w is not None and window in (None, w.name)
+                                  for node in self.nodes(w) if matches(node)), None), timeout)
 
     def find_all(self, predicate):
         return [n for n in self.nodes() if self.showing(n) and predicate(n)]
 
-    def by_description(self, description, role="push button"):
-        found = self.find_all(lambda n: n.getRoleName() == role and n.description == description)
+    def by_description(self, description, role="push button", timeout=5):
+        found = poll(lambda: self.find_all(lambda n: n.getRoleName() == role and n.description == description), timeout)
         return found[0] if found else None
 
-    def window_showing(self, title):
-        return any(w is not None and w.name == title and self.showing(w) for w in self.app)
-
     def editor(self, timeout=5):
-        """The document's rich-text box: the showing multi-line text."""
-        deadline = time.time() + timeout
-        while True:
-            for node in self.nodes():
-                if node.getRoleName() in ("text", "paragraph") and self.showing(node) \
-                        and node.getState().contains(self.pyatspi.STATE_MULTI_LINE):
-                    return node
-            if time.time() >= deadline:
-                return None
-            time.sleep(0.2)
+        # The document's rich-text box: the showing multi-line text.
+        return poll(lambda: next((n for n in self.nodes() if n.getRoleName() in ("text", "paragraph")
+                                  and self.showing(n) and n.getState().contains(self.pyatspi.STATE_MULTI_LINE)),
+                                 None), timeout)
+
+    def open_blank(self, text=None, timeout=20):
+        # Opens the blank template from the welcome box and types the text
+        # into it when one is given.
+        template = self.find("白紙の文書", "table cell", exact=False, timeout=timeout)
+        if template is None:
+            raise RuntimeError("the welcome box offers no blank document")
+        self.click(template)
+        editor = self.editor()
+        if editor is None:
+            raise RuntimeError("the blank document opened no editor")
+        if text is not None:
+            self.click(editor)
+            self.type(text)
+        return editor
+
+    def set_title(self, title):
+        # Whether the title field then holds it: typed characters arrive late.
+        field = self.find("タイトル", "text")
+        if field is not None:
+            self.click(field)
+            self.type(title)
+        return field is not None and self.wait_text(field, title)
+
+    def reopen(self, title):
+        self.click_named("履歴")
+        self.click_named(title, "table cell", pause=1.0)
+        return self.editor()
 
     def extents(self, node):
         return node.queryComponent().getExtents(self.pyatspi.DESKTOP_COORDS)
 
     # ---- acting ------------------------------------------------------------
 
-    def click(self, node, pause=0.6):
+    def move_away(self, x=2, y=300, pause=0.4):
+        # By default onto the bare wallpaper at the left edge.
+        self.xdotool("mousemove", "--sync", str(x), str(y))
+        time.sleep(pause)
+
+    def point_at(self, node, pause=0.1):
         x, y, w, h = self.extents(node)
-        self.click_at(x + w // 2, y + h // 2, pause)
+        self.move_away(x + w // 2, y + h // 2, pause)
+
+    def click(self, node, pause=0.6):
+        self.point_at(node)
+        self.xdotool("click", "1")
+        time.sleep(pause)
 
     def click_at(self, x, y, pause=0.6):
-        self.xdotool("mousemove", "--sync", str(x), str(y))
-        time.sleep(0.1)
+        self.move_away(x, y, 0.1)
         self.xdotool("click", "1")
         time.sleep(pause)
 
     def hold(self, node, seconds):
-        """Presses the mouse button on a control and keeps it down."""
-        x, y, w, h = self.extents(node)
-        self.xdotool("mousemove", "--sync", str(x + w // 2), str(y + h // 2))
-        time.sleep(0.1)
+        self.point_at(node)
         self.xdotool("mousedown", "1")
         time.sleep(seconds)
         self.xdotool("mouseup", "1")
         time.sleep(0.4)
-
-    def hover(self, node, pause=0.4):
-        x, y, w, h = self.extents(node)
-        self.xdotool("mousemove", "--sync", str(x + w // 2), str(y + h // 2))
-        time.sleep(pause)
-
-    def move_away(self, x=2, y=None, pause=0.4):
-        """Puts the pointer on the bare wallpaper at the left edge."""
-        self.xdotool("mousemove", "--sync", str(x), str(y if y is not None else 300))
-        time.sleep(pause)
 
     def click_named(self, name, role=None, exact=True, window=None, pause=0.6):
         node = self.find(name, role, exact=exact, window=window)
@@ -249,16 +282,9 @@ class Lantern:
         return node.queryText().caretOffset
 
     def wait_until(self, condition, timeout=5):
-        deadline = time.time() + timeout
-        while True:
-            if condition():
-                return True
-            if time.time() >= deadline:
-                return False
-            time.sleep(0.2)
+        return bool(poll(condition, timeout))
 
     def wait_text(self, node, expected, timeout=5):
-        """Waits until the field holds the text: typed characters arrive late."""
         return self.wait_until(lambda: self.text_of(node) == expected, timeout)
 
     def wait_exit(self, timeout=20):
@@ -273,23 +299,16 @@ class Lantern:
             self.process.wait()
 
 
-class Screen:
-    """A private display with the program on it, for a `with` block."""
-
-    def __init__(self, width, height, args=(), file_size_limit=None):
-        self.width, self.height, self.args = width, height, args
-        self.file_size_limit = file_size_limit
-        self.xvfb = None
-        self.lantern = None
-
-    def __enter__(self):
-        self.xvfb, display = start_display(self.width, self.height)
-        self.lantern = Lantern(display, self.args, self.file_size_limit)
-        return self.lantern
-
-    def __exit__(self, *exc):
-        if self.lantern:
-            self.lantern.kill()
-        self.xvfb.terminate()
-        self.xvfb.wait()
-        return False
+@contextlib.contextmanager
+def Screen(width, height, args=(), file_size_limit=None):
+    # A private display with the program on it, for a `with` block.
+    xvfb, display = start_display(width, height)
+    try:
+        lantern = Lantern(display, args, file_size_limit)
+        try:
+            yield lantern
+        finally:
+            lantern.kill()
+    finally:
+        xvfb.terminate()
+        xvfb.wait()
