@@ -97,9 +97,17 @@ DocumentRecord Database::NewDocument(qint16 templateNumber)
 
 DocumentRecord Database::LoadDocument(const QString &path, qint16 mode, bool *readable)
 {
-    DocumentRecord record = NewDocument(BlankTemplate);
+    LoadOutcome outcome = LoadOutcome::Unreadable;
+    DocumentRecord record = LoadDocument(path, mode, &outcome);
     if (readable)
-        *readable = false;
+        *readable = outcome == LoadOutcome::Read;
+    return record;
+}
+
+DocumentRecord Database::LoadDocument(const QString &path, qint16 mode, LoadOutcome *outcome)
+{
+    DocumentRecord record = NewDocument(BlankTemplate);
+    *outcome = LoadOutcome::Unreadable;
     if (!isSequential(mode)) {
         RuntimeLog::note("LoadDocument", QStringLiteral("open mode %1 is not supported").arg(mode));
         return record;
@@ -110,11 +118,17 @@ DocumentRecord Database::LoadDocument(const QString &path, qint16 mode, bool *re
         RuntimeLog::note("LoadDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
         return record;
     }
-    const QByteArray data = file.readAll();
+    // One byte past the limit tells a file that is too large, however it grew.
+    const QByteArray data = file.read(LargestDocumentBytes + 1);
+    if (data.size() > LargestDocumentBytes) {
+        RuntimeLog::note("LoadDocument", QStringLiteral("%1: more than %2 bytes, too large to open").arg(path).arg(LargestDocumentBytes));
+        *outcome = LoadOutcome::TooLarge;
+        return record;
+    }
     if (file.error() != QFileDevice::NoError)
         RuntimeLog::note("LoadDocument", QStringLiteral("%1: %2").arg(path, file.errorString()));
-    else if (readable)
-        *readable = true;
+    else
+        *outcome = LoadOutcome::Read;
 
     VbInput input(data);
     readHeader(input, &record.DocumentTitle, &record.Timestamp);

@@ -40,12 +40,22 @@ public:
     // The blank printer set-up, page and box.
     static DocumentRecord NewDocument(qint16 templateNumber);
 
-    // The document in a file; the blank document when the file cannot be read.
-    // A header that does not parse keeps the blank values of the fields that
-    // failed, and the lines after it still become the text. `readable`, when
-    // given, tells whether the whole file could be read: a document that
-    // could not must never be saved over its file.
+    // The largest document file that is opened. A larger one would hold the
+    // window still for seconds while its text is read and laid out; it is
+    // refused instead, its file left as it is.
+    static constexpr qint64 LargestDocumentBytes = 10 * 1024 * 1024;
+
+    // How a load went: only a document that was read whole may ever be saved
+    // over its file.
+    enum class LoadOutcome { Read, Unreadable, TooLarge };
+
+    // The document in a file; the blank document when the file cannot be read
+    // or is larger than LargestDocumentBytes. A header that does not parse
+    // keeps the blank values of the fields that failed, and the lines after
+    // it still become the text. `readable`, when given, tells whether the
+    // whole file could be read.
     static DocumentRecord LoadDocument(const QString &path, qint16 mode, bool *readable = nullptr);
+    static DocumentRecord LoadDocument(const QString &path, qint16 mode, LoadOutcome *outcome);
 
     // Writes the document beside the old file and moves it over the old one
     // only once it is complete on disk, so that a crash, a full disk or a

@@ -941,14 +941,18 @@ void Workspace::openTemplate(qint16 templateNumber)
 
 void Workspace::openDocument(const QString &path)
 {
-    bool readable = false;
-    DocumentRecord record = Database::LoadDocument(path, Database::Sequential, &readable);
-    if (!readable) {
+    Database::LoadOutcome outcome = Database::LoadOutcome::Unreadable;
+    DocumentRecord record = Database::LoadDocument(path, Database::Sequential, &outcome);
+    if (outcome != Database::LoadOutcome::Read) {
         // Opened blank, it would be saved blank over the file: it stays
         // closed, and the user hears why.
-        m_tell(this, QStringLiteral("このドキュメントを開けませんでした。\n"
-                                    "ファイルが読み取れません。\n"
-                                    "ファイルはそのまま残してあります。"));
+        m_tell(this, outcome == Database::LoadOutcome::TooLarge
+                         ? QStringLiteral("このドキュメントを開けませんでした。\n"
+                                          "ファイルが大きすぎます。\n"
+                                          "ファイルはそのまま残してあります。")
+                         : QStringLiteral("このドキュメントを開けませんでした。\n"
+                                          "ファイルが読み取れません。\n"
+                                          "ファイルはそのまま残してあります。"));
         return;
     }
     m_path = path;
