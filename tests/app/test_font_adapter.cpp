@@ -1,11 +1,13 @@
 #include "app/FontAdapter.h"
 
-#include <QFontDatabase>
 #include <QLabel>
 #include <QScreen>
 #include <QTest>
 
 // The interface-font rules, deliberately uneven between the three faces.
+Q_DECLARE_METATYPE(FontAdapter::InterfaceFont)
+Q_DECLARE_METATYPE(FontAdapter::Faces)
+
 class FontAdapterTest : public QObject
 {
     Q_OBJECT
@@ -14,93 +16,65 @@ class FontAdapterTest : public QObject
     using Faces = FontAdapter::Faces;
 
 private slots:
-    void meiryoInstalled_data()
+    void adaptedTwice_data()
     {
-        QTest::addColumn<QString>("name");
-        QTest::addColumn<double>("size");
+        QTest::addColumn<Faces>("faces");
+        QTest::addColumn<Font>("font");
         QTest::addColumn<float>("scale");
-        QTest::addColumn<double>("once");
-        QTest::addColumn<double>("twice");
-        QTest::newRow("12 pt UI Gothic at 96 dpi") << "MS UI Gothic" << 12.0 << 1.0f << 10.0 << 8.0;
-        QTest::newRow("9 pt Tahoma at 96 dpi") << "Tahoma" << 9.0 << 1.0f << 8.0 << 8.0;
-        QTest::newRow("11 pt Meiryo at 96 dpi") << "メイリオ" << 11.0 << 1.0f << 8.0 << 8.0;
-        QTest::newRow("9 pt at 120 dpi") << "MS UI Gothic" << 7.2 << 0.8f << 6.4 << 6.4;
+        QTest::addColumn<Font>("once");
+        QTest::addColumn<float>("twice");
+        const Faces both{true, true}, tahoma{false, true}, neither{false, false};
+        const QString meiryo = QStringLiteral("メイリオ"), gothic = QStringLiteral("MS UI Gothic");
+        // With Meiryo: 12 becomes 10, 9 and every other size 8, all times the scale.
+        QTest::newRow("Meiryo: 12 pt") << both << Font{gothic, 12, 0} << 1.0f << Font{meiryo, 10, 0} << 8.0f;
+        QTest::newRow("Meiryo: 9 pt") << both << Font{"Tahoma", 9, 0} << 1.0f << Font{meiryo, 8, 0} << 8.0f;
+        QTest::newRow("Meiryo: 11 pt") << both << Font{meiryo, 11, 0} << 1.0f << Font{meiryo, 8, 0} << 8.0f;
+        QTest::newRow("Meiryo: 9 pt at 120 dpi") << both << Font{gothic, 7.2, 0} << 0.8f << Font{meiryo, 6.4, 0} << 6.4f;
+        QTest::newRow("Meiryo: 12 pt at 120 dpi") << both << Font{gothic, 9.6, 0} << 0.8f << Font{meiryo, 8, 0} << 6.4f;
+        // Tahoma without Meiryo: only the 9 pt step drops, and the set is Shift-JIS.
+        QTest::newRow("Tahoma: 11 pt") << tahoma << Font{"Tahoma", 11, 0} << 1.0f << Font{"Tahoma", 11, 128} << 11.0f;
+        QTest::newRow("Tahoma: 9 pt") << tahoma << Font{gothic, 9, 0} << 1.0f << Font{"Tahoma", 8, 128} << 8.0f;
+        QTest::newRow("Tahoma: 12 pt") << tahoma << Font{meiryo, 12, 0} << 1.0f << Font{"Tahoma", 12, 128} << 12.0f;
+        // Neither face: MS UI Gothic at the designed size.
+        QTest::newRow("neither: 12 pt") << neither << Font{"Tahoma", 12, 0} << 1.0f << Font{gothic, 12, 128} << 12.0f;
+        QTest::newRow("neither: 9 pt") << neither << Font{meiryo, 9, 0} << 1.0f << Font{gothic, 9, 128} << 9.0f;
+        for (const Faces &faces : {both, tahoma, neither})
+            QTest::addRow("other face, %d%d", faces.meiryo, faces.tahoma)
+                << faces << Font{"Noto Sans CJK JP", 12, 0} << 1.0f << Font{"Noto Sans CJK JP", 12, 0} << 12.0f;
     }
 
-    void meiryoInstalled()
+    void adaptedTwice()
     {
-        QFETCH(QString, name);
-        QFETCH(double, size);
+        QFETCH(Faces, faces);
+        QFETCH(Font, font);
         QFETCH(float, scale);
-        QFETCH(double, once);
-        QFETCH(double, twice);
-        Font font{name, static_cast<float>(size), 0};
-        FontAdapter::adaptFont(font, Faces{true, true}, scale);
-        QCOMPARE(font.name, QStringLiteral("メイリオ"));
-        QCOMPARE(float(font.size), float(once));
-        FontAdapter::adaptFont(font, Faces{true, true}, scale);
-        QCOMPARE(float(font.size), float(twice));
+        QFETCH(Font, once);
+        FontAdapter::adaptFont(font, faces, scale);
+        QCOMPARE(font.name, once.name);
+        QCOMPARE(float(font.size), float(once.size));
+        QCOMPARE(font.charset, once.charset);
+        FontAdapter::adaptFont(font, faces, scale);
+        QTEST(float(font.size), "twice");
     }
 
-    void tahomaWithoutMeiryo()
+    void ninetySixDotsPerInchIsScaleOne()
     {
-        Font eleven{"Tahoma", 11, 0};
-        FontAdapter::adaptFont(eleven, Faces{false, true}, 1.0f);
-        QCOMPARE(eleven.name, QStringLiteral("Tahoma"));
-        QCOMPARE(eleven.size, 11.0);
-        QCOMPARE(eleven.charset, 128);
-
-        Font nine{"MS UI Gothic", 9, 0};
-        FontAdapter::adaptFont(nine, Faces{false, true}, 1.0f);
-        QCOMPARE(nine.name, QStringLiteral("Tahoma"));
-        QCOMPARE(nine.size, 8.0);
-    }
-
-    void neitherFace()
-    {
-        Font font{"Tahoma", 12, 0};
-        FontAdapter::adaptFont(font, Faces{false, false}, 1.0f);
-        QCOMPARE(font.name, QStringLiteral("MS UI Gothic"));
-        QCOMPARE(font.size, 12.0);
-        QCOMPARE(font.charset, 128);
-    }
-
-    void otherFacesAreNeverChanged()
-    {
-        for (const Faces &faces : {Faces{true, true}, Faces{false, true}, Faces{false, false}}) {
-            Font font{"Noto Sans CJK JP", 12, 0};
-            FontAdapter::adaptFont(font, faces, 1.0f);
-            QCOMPARE(font.name, QStringLiteral("Noto Sans CJK JP"));
-            QCOMPARE(font.size, 12.0);
-            QCOMPARE(font.charset, 0);
-        }
-    }
-
-    void screenScaleIsComputedOnceFromTheScreen()
-    {
-        FontAdapter::resetForTesting();
-        const float scale = FontAdapter::ScreenScale();
         const QScreen *screen = QGuiApplication::primaryScreen();
-        const double expected = (1440.0 / screen->logicalDotsPerInchX() + 1440.0 / screen->logicalDotsPerInchY()) / 2 / 15;
-        QCOMPARE(scale, float(expected));
-        QCOMPARE(FontAdapter::MeiryoInstalled(), QFontDatabase::families().contains("メイリオ"));
+        if (screen->logicalDotsPerInchX() != 96 || screen->logicalDotsPerInchY() != 96)
+            QSKIP("this check is for a screen of 96 dots per inch");
+        FontAdapter::resetForTesting();
+        QCOMPARE(FontAdapter::ScreenScale(), 1.0f);
     }
 
     void widgetsOnThisMachine()
     {
-        // This machine has neither face: the label ends as "MS UI Gothic" at
-        // its size, marked Shift-JIS, and an unrelated label is untouched.
+        // Neither face here: a designed label ends as "MS UI Gothic" at its
+        // size, marked Shift-JIS, and an unrelated label is untouched.
         if (FontAdapter::installedFaces().meiryo || FontAdapter::installedFaces().tahoma)
             QSKIP("this check is for a machine without Meiryo and Tahoma");
-        QLabel designed("ようこそ");
-        QFont font("Tahoma");
-        font.setPointSizeF(12);
-        designed.setFont(font);
-        QLabel other("その他");
-        QFont otherFont("Noto Serif CJK JP");
-        otherFont.setPointSizeF(12);
-        other.setFont(otherFont);
-
+        QLabel designed("ようこそ"), other("その他");
+        designed.setFont(QFont("Tahoma", 12));
+        other.setFont(QFont("Noto Serif CJK JP", 12));
         FontAdapter::adapt(&designed);
         FontAdapter::adapt(&other);
         QCOMPARE(designed.font().family(), QStringLiteral("MS UI Gothic"));
