@@ -5,10 +5,11 @@
 
 #include <QDir>
 #include <QLabel>
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -27,59 +28,15 @@ struct Settings
     bool operator==(const Settings &) const = default;
 };
 
-QString screenshotPath(const QString &name)
-{
-    QString build = qEnvironmentVariable("LANTERN_BUILD_DIR");
-    if (build.isEmpty())
-        build = QStringLiteral(LANTERN_PROGRAM_DIR "/..");
-    QDir().mkpath(build + QStringLiteral("/screenshots"));
-    return build + QStringLiteral("/screenshots/") + name;
-}
-
-// The program's own skin picture when it has been drawn (so the screenshots
-// show the real themes), else a plain one.
-void providePicture(const QString &folder, const QString &name, const QColor &colour)
-{
-    if (QFile::copy(QStringLiteral(LANTERN_PROGRAM_DIR "/SKIN/CG/") + name, folder + QLatin1Char('/') + name))
-        return;
-    QImage picture(320, 180, QImage::Format_RGB32);
-    picture.fill(colour);
-    QVERIFY(picture.save(folder + QLatin1Char('/') + name, "JPEG"));
-}
-
-// A stand-in for the workspace: a screen-sized window that paints the wallpaper.
-class Screen : public QWidget
-{
-public:
-    explicit Screen(Wallpaper *wallpaper)
-        : m_wallpaper(wallpaper)
-    {
-        resize(1280, 860);
-    }
-
-protected:
-    void paintEvent(QPaintEvent *) override
-    {
-        QPainter painter(this);
-        painter.fillRect(rect(), QColor(12, 34, 56));
-        m_wallpaper->paint(painter, rect());
-    }
-
-private:
-    Wallpaper *m_wallpaper;
-};
-
 } // namespace
 
 class TestSettingsBox : public QObject
 {
     Q_OBJECT
 
-private:
     QTemporaryDir m_skin;
     QString m_cg;
     Wallpaper m_wallpaper;
-    Screen *m_screen = nullptr;
     SettingsBox *m_box = nullptr;
 
     void click(int index)
@@ -89,53 +46,36 @@ private:
         QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, button->rect().center());
     }
 
-    void showOnScreen(const QSize &screen, const QSize &box)
-    {
-        m_screen->resize(screen);
-        m_box->resize(box);
-        m_box->move((screen.width() - box.width()) / 2, (screen.height() - box.height()) / 2);
-        QCoreApplication::processEvents();
-    }
-
-    void verifyCaptionsFit()
-    {
-        for (const TouchButton *button : m_box->buttons())
-            QVERIFY2(button->height() >= button->heightForWidth(button->width()), qPrintable(button->caption()));
-    }
-
 private slots:
     void initTestCase()
     {
-        m_cg = m_skin.filePath(QStringLiteral("CG"));
+        // The five themes and one rotation picture (a three-letter extension).
+        m_cg = m_skin.filePath(u"CG"_s);
         QVERIFY(QDir().mkpath(m_cg));
-        for (int number = 1; number <= Wallpaper::ThemeCount; ++number)
-            providePicture(m_cg, Wallpaper::themeFile(number), QColor::fromHsv(number * 60, 120, 230));
-        providePicture(m_cg, QStringLiteral("NIGHT.JPG"), QColor(20, 30, 60));
-        QImage welcome(400, 300, QImage::Format_RGB32);
-        welcome.fill(QColor(240, 200, 150));
-        QVERIFY(welcome.save(m_skin.filePath(QStringLiteral("WELCOME.BMP")), "BMP"));
+        for (int number = 0; number <= Wallpaper::ThemeCount; ++number) {
+            QImage picture(320, 180, QImage::Format_RGB32);
+            picture.fill(QColor::fromHsv(number * 60, 120, 230));
+            QVERIFY(picture.save(m_cg + u'/' + (number ? Wallpaper::themeFile(number) : u"NIGHT.JPG"_s), "JPEG"));
+        }
         m_wallpaper.setPictureFolder(m_cg);
-
-        m_screen = new Screen(&m_wallpaper);
-        m_box = new SettingsBox(m_screen);
+        m_box = new SettingsBox;
         m_box->setWallpaper(&m_wallpaper);
-        m_screen->show();
-        QVERIFY(QTest::qWaitForWindowExposed(m_screen));
+        m_box->resize(960, m_box->heightForWidth(960));
+        m_box->show();
+        QVERIFY(QTest::qWaitForWindowExposed(m_box));
     }
 
-    void cleanupTestCase() { delete m_screen; }
+    void cleanupTestCase() { delete m_box; }
 
     void init()
     {
         Globals::WallpaperType = 0;
-        Globals::WallpaperDirectory = QStringLiteral("..");
-        Globals::WallpaperFile = QStringLiteral("WELCOME.BMP");
-        Globals::MusicOn = Globals::GraphicOn = true;
+        Globals::WallpaperDirectory = u".."_s;
+        Globals::WallpaperFile = u"WELCOME.BMP"_s;
+        Globals::MusicOn = Globals::GraphicOn = Globals::HowToOn = Globals::SmartPencilOn = true;
         Globals::ShutdownOnQuit = false;
-        Globals::HowToOn = Globals::SmartPencilOn = true;
         m_box->refreshCheckMarks();
         m_box->applyWallpaper();
-        showOnScreen(QSize(1280, 860), QSize(960, m_box->heightForWidth(960)));
     }
 
     void buttonsCarryTheirCaptionsAndTips_data()
@@ -143,26 +83,26 @@ private slots:
         QTest::addColumn<int>("index");
         QTest::addColumn<QString>("caption");
         QTest::addColumn<QString>("tip");
-        const QString choose = QStringLiteral("クリックすると、背景は%1になります。");
-        const QString changes = QStringLiteral("クリックすると、背景は%1に更新されるようになります。");
-        const QString check = QStringLiteral("クリックしてチェックすると、%1ようになります。");
-        QTest::newRow("100") << 100 << "閉じる" << "クリックすると、[設定] ウィンドウを閉じます。";
-        QTest::newRow("101") << 101 << "ウェブログ" << choose.arg("「ウェブログ」");
-        QTest::newRow("102") << 102 << "マイナスイオン" << choose.arg("「マイナスイオン」");
-        QTest::newRow("103") << 103 << "オーガニック" << choose.arg("「オーガニック」");
-        QTest::newRow("104") << 104 << "クールビズ" << choose.arg("「クールビズ」");
-        QTest::newRow("105") << 105 << "セレブリティ" << choose.arg("「セレブリティ」");
-        QTest::newRow("106") << 106 << "ランダム" << changes.arg("任意");
-        QTest::newRow("107") << 107 << "季節ごと" << changes.arg("季節ごと");
-        QTest::newRow("108") << 108 << "週ごと" << changes.arg("週ごと");
-        QTest::newRow("109") << 109 << "日替わり" << changes.arg("曜日ごと");
-        QTest::newRow("110") << 110 << "Windows" << "クリックすると、背景は Windows の [デスクトップ] と同じになります。";
-        QTest::newRow("111") << 111 << "コンピュータの電源をつけると起動し 終了と同時に電源も切る"
-                             << check.arg("プログラムがコンピュータの電源とリンクして起動・終了する");
-        QTest::newRow("112") << 112 << "ポイントした場所のヒントを表示する"
-                             << check.arg("マルチメディア機能で操作方法を説明してくれる");
-        QTest::newRow("113") << 113 << "クリックしたら常に [文字入力] で編集する"
-                             << check.arg("編集しているときに [文字入力] ダイアログを表示する");
+        const QString choose = u"クリックすると、背景は%1になります。"_s;
+        const QString changes = u"クリックすると、背景は%1に更新されるようになります。"_s;
+        const QString check = u"クリックしてチェックすると、%1ようになります。"_s;
+        const auto row = [](int index, const char *caption, const QString &tip) {
+            QTest::newRow(QByteArray::number(index)) << index << QString::fromUtf8(caption) << tip;
+        };
+        row(100, "閉じる", u"クリックすると、[設定] ウィンドウを閉じます。"_s);
+        row(101, "ウェブログ", choose.arg(u"「ウェブログ」"_s));
+        row(102, "マイナスイオン", choose.arg(u"「マイナスイオン」"_s));
+        row(103, "オーガニック", choose.arg(u"「オーガニック」"_s));
+        row(104, "クールビズ", choose.arg(u"「クールビズ」"_s));
+        row(105, "セレブリティ", choose.arg(u"「セレブリティ」"_s));
+        row(106, "ランダム", changes.arg(u"任意"_s));
+        row(107, "季節ごと", changes.arg(u"季節ごと"_s));
+        row(108, "週ごと", changes.arg(u"週ごと"_s));
+        row(109, "日替わり", changes.arg(u"曜日ごと"_s));
+        row(110, "Windows", u"クリックすると、背景は Windows の [デスクトップ] と同じになります。"_s);
+        row(111, "コンピュータの電源をつけると起動し 終了と同時に電源も切る", check.arg(u"プログラムがコンピュータの電源とリンクして起動・終了する"_s));
+        row(112, "ポイントした場所のヒントを表示する", check.arg(u"マルチメディア機能で操作方法を説明してくれる"_s));
+        row(113, "クリックしたら常に [文字入力] で編集する", check.arg(u"編集しているときに [文字入力] ダイアログを表示する"_s));
     }
 
     void buttonsCarryTheirCaptionsAndTips()
@@ -171,15 +111,16 @@ private slots:
         QFETCH(QString, caption);
         QFETCH(QString, tip);
         TouchButton *button = m_box->button(index);
-        QVERIFY(button);
+        QVERIFY(button && button->isVisible());
         QCOMPARE(button->caption(), caption);
         QCOMPARE(button->tip(), tip);
         QCOMPARE(button->index(), index);
-        QCOMPARE(button->objectName(), QStringLiteral("MenuBoxMiniChannels"));
-        QVERIFY(button->isVisible());
+        QCOMPARE(button->objectName(), u"MenuBoxMiniChannels"_s);
         QCOMPARE(button->toggles(), index >= 111);
     }
 
+    // MenuBoxes(100), draggable, with exactly the buttons 100-113 and the
+    // accessibility group read top down as 113, 112, 111.
     void boxIsMenuBoxOneHundred()
     {
         QCOMPARE(m_box->index(), 100);
@@ -189,76 +130,65 @@ private slots:
         QStringList labels;
         for (const QLabel *label : m_box->findChildren<QLabel *>())
             labels << label->text();
-        QVERIFY2(labels.contains(QStringLiteral("ユーザー補助")), qPrintable(labels.join('|')));
+        QVERIFY2(labels.contains(u"ユーザー補助"_s), qPrintable(labels.join(u'|')));
+        const auto top = [this](int index) { return m_box->button(index)->mapTo(m_box, QPoint()).y(); };
+        QVERIFY(top(113) < top(112) && top(112) < top(111));
     }
 
-    void themeButtonsChooseTheirTheme()
+    // Row: button, then the wallpaper type it sets (-1: none) and its file.
+    // Themes: type 1, folder ".", the stem and ".JPEG"; 106-110: types 2-6
+    // with folder and file emptied; 111-113 invert their option only, each
+    // time they are clicked; 100 only asks to close.
+    void eachButtonChangesItsOwnSettingsOnly_data()
     {
-        const QStringList stems = {"ｳｪﾌﾞﾛｸﾞ", "ﾏｲﾅｽｲｵﾝ", "ｵｰｶﾞﾆｯｸ", "ｸｰﾙﾋﾞｽﾞ", "ｾﾚﾌﾞﾘﾃｨ"};
-        for (int index = 101; index <= 105; ++index) {
+        QTest::addColumn<int>("index");
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("file");
+        const char *stems[] = {"ｳｪﾌﾞﾛｸﾞ", "ﾏｲﾅｽｲｵﾝ", "ｵｰｶﾞﾆｯｸ", "ｸｰﾙﾋﾞｽﾞ", "ｾﾚﾌﾞﾘﾃｨ"};
+        for (int index = 100; index <= 113; ++index) {
+            const int type = index == 100 || index >= 111 ? -1 : index <= 105 ? 1 : index - 104;
+            const QString file = type == 1 ? QString::fromUtf8(stems[index - 101]) + u".JPEG"_s : QString();
+            QTest::newRow(QByteArray::number(index)) << index << type << file;
+        }
+    }
+
+    void eachButtonChangesItsOwnSettingsOnly()
+    {
+        QFETCH(int, index);
+        QFETCH(int, type);
+        QFETCH(QString, file);
+        QSignalSpy wallpaper(m_box, &SettingsBox::wallpaperChanged);
+        QSignalSpy shutdown(m_box, &SettingsBox::shutdownOptionChanged);
+        QSignalSpy accessibility(m_box, &SettingsBox::accessibilityOptionChanged);
+        QSignalSpy close(m_box, &SettingsBox::closeRequested);
+        for (int round = 1; round <= (index >= 111 ? 2 : 1); ++round) {
             Settings expected = Settings::now();
-            expected.type = 1;
-            expected.directory = QStringLiteral(".");
-            expected.file = stems.at(index - 101) + QStringLiteral(".JPEG");
-            QSignalSpy wallpaper(m_box, &SettingsBox::wallpaperChanged);
-            QSignalSpy shutdown(m_box, &SettingsBox::shutdownOptionChanged);
+            if (type >= 0) {
+                expected.type = type;
+                expected.directory = type == 1 ? u"."_s : QString();
+                expected.file = file;
+            }
+            bool *option = index == 111 ? &expected.shutdown : index == 112 ? &expected.howTo : index == 113 ? &expected.smartPencil : nullptr;
+            if (option)
+                *option = !*option;
             click(index);
-            QVERIFY2(Settings::now() == expected, qPrintable(QString::number(index)));
-            QCOMPARE(wallpaper.count(), 1);
-            QCOMPARE(shutdown.count(), 0);
-            QCOMPARE(m_wallpaper.picturePath(), m_cg + QStringLiteral("/./") + expected.file);
+            QVERIFY(Settings::now() == expected);
+            if (option)
+                QCOMPARE(m_box->button(index)->value(), *option);
+            QCOMPARE(shutdown.count(), index == 111 ? round : 0);
+            QCOMPARE(accessibility.count(), index == 112 || index == 113 ? round : 0);
+        }
+        QCOMPARE(wallpaper.count(), type >= 0 ? 1 : 0);
+        QCOMPARE(close.count(), index == 100 ? 1 : 0);
+        if (type == 1) {
+            QCOMPARE(m_wallpaper.picturePath(), m_cg + u"/./"_s + file);
             QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Stretched);
         }
-    }
-
-    void changingButtonsChooseTypesTwoToSix()
-    {
-        for (int index = 106; index <= 110; ++index) {
-            click(101); // a theme first, so that the folder and file have something to clear
-            Settings expected = Settings::now();
-            expected.type = index - 104;
-            expected.directory.clear();
-            expected.file.clear();
-            QSignalSpy wallpaper(m_box, &SettingsBox::wallpaperChanged);
-            click(index);
-            QVERIFY2(Settings::now() == expected, qPrintable(QString::number(index)));
-            QCOMPARE(wallpaper.count(), 1);
+        if (type >= 2) {
             for (int other = 101; other <= 110; ++other)
                 QCOMPARE(m_box->button(other)->value(), other == index);
-            QCOMPARE(m_wallpaper.isDesktop(), index == 110);
+            QCOMPARE(m_wallpaper.isDesktop(), type == 6);
         }
-        click(107); // from the desktop back to a picture of the window's own
-        QVERIFY(m_wallpaper.persistentDrawing());
-        QCOMPARE(QFileInfo(m_wallpaper.picturePath()).fileName(), QStringLiteral("NIGHT.JPG"));
-    }
-
-    void checkBoxesInvertTheirOptionOnly()
-    {
-        for (int index = 111; index <= 113; ++index) {
-            for (int round = 0; round < 2; ++round) {
-                Settings expected = Settings::now();
-                bool &option = index == 111 ? expected.shutdown : index == 112 ? expected.howTo : expected.smartPencil;
-                option = !option;
-                QSignalSpy wallpaper(m_box, &SettingsBox::wallpaperChanged);
-                QSignalSpy shutdown(m_box, &SettingsBox::shutdownOptionChanged);
-                QSignalSpy accessibility(m_box, &SettingsBox::accessibilityOptionChanged);
-                click(index);
-                QVERIFY(Settings::now() == expected);
-                QCOMPARE(wallpaper.count(), 0);
-                QCOMPARE(shutdown.count(), index == 111 ? 1 : 0);
-                QCOMPARE(accessibility.count(), index == 111 ? 0 : 1);
-                QCOMPARE(m_box->button(index)->value(), option);
-            }
-        }
-    }
-
-    void closeButtonOnlyAsksToClose()
-    {
-        const Settings before = Settings::now();
-        QSignalSpy close(m_box, &SettingsBox::closeRequested);
-        click(100);
-        QCOMPARE(close.count(), 1);
-        QVERIFY(Settings::now() == before);
     }
 
     void checkMarksFollowTheSettings()
@@ -268,69 +198,46 @@ private slots:
             Globals::HowToOn = mask & 2;
             Globals::SmartPencilOn = mask & 4;
             m_box->refreshCheckMarks();
-            QCOMPARE(m_box->button(111)->value(), bool(mask & 1));
-            QCOMPARE(m_box->button(112)->value(), bool(mask & 2));
-            QCOMPARE(m_box->button(113)->value(), bool(mask & 4));
+            for (int bit = 0; bit < 3; ++bit)
+                QCOMPARE(m_box->button(111 + bit)->value(), bool(mask & (1 << bit)));
         }
     }
 
+    // Each theme button shows the middle of its theme file edge to edge; a
+    // theme file gone leaves an empty frame on its button only.
     void themePicturesComeFromTheThemeFiles()
     {
-        SettingsBox fresh; // before loading, every theme shows an empty frame
-        for (int number = 1; number <= 5; ++number)
-            QVERIFY(!fresh.hasThemePicture(number));
-
+        SettingsBox fresh;
+        QVERIFY(!fresh.hasThemePicture(1) && !fresh.hasThemePicture(5));
         const QSize boxSize = m_box->size();
         m_box->loadThemePictures();
         for (int number = 1; number <= 5; ++number) {
             QVERIFY(m_box->hasThemePicture(number));
-            // The middle of the theme file, edge to edge (an empty frame's corners are clear).
             const QImage shown = m_box->button(100 + number)->icon().pixmap(SettingsBox::clipArtSize()).toImage();
             QCOMPARE(shown.pixelColor(0, 0).alpha(), 255);
         }
         QCOMPARE(m_box->size(), boxSize);
         for (int index = 106; index <= 113; ++index)
             QCOMPARE(m_box->button(index)->icon().isNull(), index >= 111);
-
-        // A theme file gone leaves its button with the frame, the rest keep their pictures.
-        const QString gone = m_cg + QLatin1Char('/') + Wallpaper::themeFile(2);
-        QVERIFY(QFile::rename(gone, gone + QStringLiteral(".away")));
+        const QString gone = m_cg + u'/' + Wallpaper::themeFile(2);
+        QVERIFY(QFile::rename(gone, gone + u".away"_s));
         m_box->loadThemePictures();
         QVERIFY(!m_box->hasThemePicture(2) && m_box->hasThemePicture(1));
-        QVERIFY(QFile::rename(gone + QStringLiteral(".away"), gone));
+        QVERIFY(QFile::rename(gone + u".away"_s, gone));
     }
 
-    // The workspace gives the box about 1040 by 552 on a 1366 by 768 screen,
-    // and 1456 by 778 with type 1.4 times larger on a 1920 by 1080 one.
-    void picturesFitTheBoxTheWorkspaceGives()
+    // The workspace gives the box about 1040 by 552 on a 1366 by 768 screen:
+    // every caption fits, and the theme pictures shrink, not below 40 pixels.
+    void picturesAndCaptionsFitASmallScreen()
     {
         m_box->loadThemePictures();
-        click(103);
-        click(109);
-        QVERIFY(m_box->width() <= 1024 && m_box->height() <= 768);
         QCOMPARE(m_box->button(101)->iconSize(), SettingsBox::clipArtSize());
-        QVERIFY(m_screen->grab().save(screenshotPath(QStringLiteral("settings_box.png"))));
-
-        showOnScreen(QSize(1366, 768), QSize(1040, 552));
-        verifyCaptionsFit();
+        m_box->resize(1040, 552);
+        QCoreApplication::processEvents();
+        for (const TouchButton *button : m_box->buttons())
+            QVERIFY2(button->height() >= button->heightForWidth(button->width()), qPrintable(button->caption()));
         const int small = m_box->button(101)->iconSize().height();
         QVERIFY2(small >= 40 && small < SettingsBox::clipArtSize().height(), qPrintable(QString::number(small)));
-        QVERIFY(m_screen->grab().save(screenshotPath(QStringLiteral("settings_box_1366x768.png"))));
-
-        QHash<QWidget *, QFont> designed;
-        for (QWidget *control : m_box->findChildren<QWidget *>()) {
-            designed.insert(control, control->font());
-            QFont font = control->font();
-            font.setPixelSize(qRound(font.pixelSize() * 1.4));
-            control->setFont(font);
-        }
-        showOnScreen(QSize(1920, 1080), QSize(1456, 778));
-        verifyCaptionsFit();
-        const int large = m_box->button(101)->iconSize().height();
-        QVERIFY2(large >= small * 1.3, qPrintable(QStringLiteral("%1 %2").arg(small).arg(large)));
-        QVERIFY(m_screen->grab().save(screenshotPath(QStringLiteral("settings_box_1920x1080.png"))));
-        for (auto it = designed.cbegin(); it != designed.cend(); ++it)
-            it.key()->setFont(it.value());
     }
 };
 
