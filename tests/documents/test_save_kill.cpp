@@ -1,7 +1,6 @@
 #include "documents/Database.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QRandomGenerator>
@@ -19,31 +18,20 @@ namespace {
 
 constexpr char SaverArgument[] = "--keep-saving";
 
+// About 4 MB of rich text, so that a save takes long enough to be cut short.
 DocumentRecord largeDocument(const QString &title, char filler)
 {
     DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
     record.DocumentTitle = title;
     record.Timestamp = QDateTime(QDate(2009, 4, 1), QTime(9, 30, 15));
-    // About 4 MB of rich text, so a save takes long enough to be cut short.
     record.page(1).item(1).Text = "{\\rtf1\\ansi " + QString(4 * 1024 * 1024, QChar::fromLatin1(filler)) + "}";
     return record;
 }
 
-// The child: saves the two documents in turn until it is killed.
-[[noreturn]] void keepSaving(const QString &path)
-{
-    const DocumentRecord first = largeDocument("first", 'a');
-    const DocumentRecord second = largeDocument("second", 'b');
-    for (;;) {
-        Database::SaveDocument(path, first, 2);
-        Database::SaveDocument(path, second, 2);
-    }
-}
-
-QByteArray contents(const QString &path)
+QByteArray savedBytes(const QString &path, const DocumentRecord &record)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return Database::SaveDocument(path, record, 2) && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 } // namespace
@@ -56,19 +44,13 @@ private slots:
     void killedSaveLeavesOneWholeDocument()
     {
         QTemporaryDir scratch;
-        QVERIFY(scratch.isValid());
         const QString path = scratch.filePath("20090401093015.TXT");
+        // The two possible files, as a finished save writes them; the first is on disk.
+        const QByteArray second = savedBytes(path, largeDocument("second", 'b'));
+        const QByteArray first = savedBytes(path, largeDocument("first", 'a'));
+        QVERIFY(first.size() > 4 * 1024 * 1024 && second.size() > 4 * 1024 * 1024);
 
-        // The two possible files, as a finished save writes them.
-        Database::SaveDocument(scratch.filePath("first"), largeDocument("first", 'a'), 2);
-        Database::SaveDocument(scratch.filePath("second"), largeDocument("second", 'b'), 2);
-        const QByteArray first = contents(scratch.filePath("first"));
-        const QByteArray second = contents(scratch.filePath("second"));
-        QVERIFY(first.size() > 4 * 1024 * 1024);
-        QFile::copy(scratch.filePath("first"), path);
-
-        int sawFirst = 0;
-        int sawSecond = 0;
+        int sawFirst = 0, sawSecond = 0;
         for (int round = 0; round < 30; ++round) {
             QProcess saver;
             saver.start(QCoreApplication::applicationFilePath(), {SaverArgument, path});
@@ -78,14 +60,12 @@ private slots:
             QVERIFY(saver.waitForFinished());
             QCOMPARE(saver.exitStatus(), QProcess::CrashExit);
 
-            const QByteArray found = contents(path);
-            if (found == first)
-                ++sawFirst;
-            else if (found == second)
-                ++sawSecond;
-            else
-                QFAIL(qPrintable(QStringLiteral("round %1: the file holds %2 bytes of neither document")
-                                     .arg(round).arg(found.size())));
+            QFile file(path);
+            const QByteArray found = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+            sawFirst += found == first;
+            sawSecond += found == second;
+            QVERIFY2(found == first || found == second,
+                     qPrintable(QStringLiteral("round %1: the file holds %2 bytes of neither document").arg(round).arg(found.size())));
         }
         qInfo("old document %d times, new document %d times", sawFirst, sawSecond);
         // Saves did finish between the kills, or the test proved nothing.
@@ -96,8 +76,15 @@ private slots:
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], SaverArgument) == 0)
-        keepSaving(QString::fromLocal8Bit(argv[2]));
+    // The child: saves the two documents in turn until it is killed.
+    if (argc == 3 && qstrcmp(argv[1], SaverArgument) == 0) {
+        const QString path = QString::fromLocal8Bit(argv[2]);
+        const DocumentRecord first = largeDocument("first", 'a'), second = largeDocument("second", 'b');
+        for (;;) {
+            Database::SaveDocument(path, first, 2);
+            Database::SaveDocument(path, second, 2);
+        }
+    }
     TestSaveKill test;
     return QTest::qExec(&test, argc, argv);
 }
