@@ -14,19 +14,6 @@ class SettingsStoreTest : public QObject
 {
     Q_OBJECT
 
-private:
-    static void resetGlobals()
-    {
-        using namespace Globals;
-        InstallPath.clear();
-        WallpaperType = 0;
-        WallpaperDirectory.clear();
-        WallpaperFile.clear();
-        MusicOn = GraphicOn = ShutdownOnQuit = HowToOn = SmartPencilOn = false;
-        DatabaseSettings::current() = DatabaseSettings();
-        DatabaseSettings::loaded() = false;
-    }
-
     static void writeSettingsFile(const QByteArray &text)
     {
         QFile file(SettingsStore::filePath());
@@ -42,45 +29,89 @@ private:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
+    // "Music", "Graphic", "Shutdown", "How-to", "Smart Pencil" as T and F, in load order.
+    static QString switches()
+    {
+        using namespace Globals;
+        QString flags;
+        for (bool on : {MusicOn, GraphicOn, ShutdownOnQuit, HowToOn, SmartPencilOn})
+            flags += on ? u'T' : u'F';
+        return flags;
+    }
+
 private slots:
     void init()
     {
         SettingsStore::Reset();
-        resetGlobals();
-    }
-
-    void everyDefaultAfterReset()
-    {
-        SettingsStore::Load();
         using namespace Globals;
-        QCOMPARE(InstallPath, QCoreApplication::applicationDirPath());
-        QCOMPARE(WallpaperType, 0);
-        QCOMPARE(WallpaperDirectory, QStringLiteral(".."));
-        QCOMPARE(WallpaperFile, QStringLiteral("WELCOME.BMP"));
-        QVERIFY(MusicOn);
-        QVERIFY(GraphicOn);
-        QVERIFY(!ShutdownOnQuit);
-        QVERIFY(HowToOn);
-        QVERIFY(SmartPencilOn);
-        QVERIFY(DatabaseSettings::loaded());
-        QCOMPARE(DatabaseSettings::current().Previous, false);
-        QCOMPARE(DatabaseSettings::current().Recent, QString());
-        QCOMPARE(DatabaseSettings::current().MoreThan, qint16(0));
+        InstallPath.clear();
+        WallpaperType = 0;
+        WallpaperDirectory.clear();
+        WallpaperFile.clear();
+        MusicOn = GraphicOn = ShutdownOnQuit = HowToOn = SmartPencilOn = false;
+        DatabaseSettings::current() = DatabaseSettings();
+        DatabaseSettings::loaded() = false;
     }
 
-    void savedFileSpellsSectionsAndKeysExactly()
+    void defaultsAreSavedWithExactSectionsAndKeys()
     {
         SettingsStore::Load();
-        Globals::MusicOn = false;
+        QCOMPARE(Globals::InstallPath, QCoreApplication::applicationDirPath());
+        QCOMPARE(Globals::WallpaperDirectory, QStringLiteral(".."));
+        QVERIFY(DatabaseSettings::loaded());
         Globals::WallpaperType = 5;
+        Globals::MusicOn = false;
         SettingsStore::Save();
         QCOMPARE(QFileInfo(SettingsStore::filePath()).fileName(), QStringLiteral("Fernwick Nib 2007.ini"));
         const QByteArray text = settingsFileText();
-        QVERIFY2(text.contains("[Settings]\nPath=" + QCoreApplication::applicationDirPath().toUtf8() + "\n"), text);
-        QVERIFY(text.contains("[Skin Settings]\nWallpaper Type=5\nWallpaper Directory=..\nWallpaper File=WELCOME.BMP\n"
-                              "Music=False\nGraphic=True\n"));
-        QVERIFY(text.contains("Shutdown=False\nHow-to=True\nSmart Pencil=True\n"));
-        QVERIFY(text.contains("[Database Settings]\nPrevious=False\nRecent=\nMore Than=0\n"));
+        QVERIFY2(text.contains("[Settings]\nPath=" + QCoreApplication::applicationDirPath().toUtf8() + "\n"
+                               "Shutdown=False\nHow-to=True\nSmart Pencil=True\n"), text);
+        QVERIFY2(text.contains("[Skin Settings]\nWallpaper Type=5\nWallpaper Directory=..\nWallpaper File=WELCOME.BMP\n"
+                               "Music=False\nGraphic=True\n"), text);
+        QVERIFY2(text.contains("[Database Settings]\nPrevious=False\nRecent=\nMore Than=0\n"), text);
+    }
+
+    void storedTextIsRead_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<int>("error");
+        QTest::addColumn<QString>("switches");
+        QTest::addColumn<qint32>("wallpaperType");
+        QTest::addColumn<QString>("wallpaperFile");
+        QTest::newRow("no file") << QByteArray() << 0 << "TTFTT" << 0 << "WELCOME.BMP";
+        QTest::newRow("Music False") << QByteArray("[Skin Settings]\nMusic=False\n") << 0 << "FTFTT" << 0 << "WELCOME.BMP";
+        QTest::newRow("letter case") << QByteArray("[skin settings]\nmusic=FALSE\nwallpaper type=4\n")
+                                     << 0 << "FTFTT" << 4 << "WELCOME.BMP";
+        QTest::newRow("numbers") << QByteArray("[Skin Settings]\nMusic=-1\nWallpaper Type=2.5\n") << 0 << "TTFTT" << 2
+                                 << "WELCOME.BMP";
+        QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe[[[\x01=\n=\n\x80\x81", 16) << 0 << "TTFTT" << 0
+                                        << "WELCOME.BMP";
+        QTest::newRow("keys before any section") << QByteArray("Music=False\n[Skin Settings\nGraphic=False\n") << 0
+                                                 << "TTFTT" << 0 << "WELCOME.BMP";
+        // A word that is no boolean ends the loading: that key and every later one stay empty.
+        QTest::newRow("Music maybe") << QByteArray("[Skin Settings]\nMusic=maybe\nGraphic=True\nWallpaper File=SEA.BMP\n"
+                                                   "[Settings]\nShutdown=True\nHow-to=True\nSmart Pencil=True\n")
+                                     << 13 << "FFFFF" << 0 << "SEA.BMP";
+        QTest::newRow("Smart Pencil maybe") << QByteArray("[Settings]\nShutdown=True\nSmart Pencil=maybe\n")
+                                            << 13 << "TTTTF" << 0 << "WELCOME.BMP";
+    }
+
+    void storedTextIsRead()
+    {
+        QFETCH(QByteArray, file);
+        QFETCH(int, error);
+        writeSettingsFile(file);
+        int raised = 0;
+        try {
+            SettingsStore::Load();
+        } catch (const VbError &e) {
+            raised = e.number();
+        }
+        QCOMPARE(raised, error);
+        QCOMPARE(DatabaseSettings::loaded(), error == 0);
+        QTEST(switches(), "switches");
+        QTEST(Globals::WallpaperType, "wallpaperType");
+        QTEST(Globals::WallpaperFile, "wallpaperFile");
     }
 
     void pathKeepsTheFirstRecordedFolder()
@@ -93,94 +124,36 @@ private slots:
         QCOMPARE(SettingsStore::get("Settings", "Path", QString()), QStringLiteral("/opt/old/lantern"));
     }
 
-    void storedValuesAreRead_data()
+    void databaseSettingsNeverLoadedSurviveTheSave()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<bool>("music");
-        QTest::addColumn<qint32>("wallpaperType");
-        QTest::newRow("False") << QByteArray("[Skin Settings]\nMusic=False\n") << false << 0;
-        QTest::newRow("letter case") << QByteArray("[skin settings]\nmusic=FALSE\nwallpaper type=4\n") << false << 4;
-        QTest::newRow("numbers") << QByteArray("[Skin Settings]\nMusic=-1\nWallpaper Type=2.5\n") << true << 2;
-    }
-
-    void storedValuesAreRead()
-    {
-        QFETCH(QByteArray, file);
-        QFETCH(bool, music);
-        writeSettingsFile(file);
-        SettingsStore::Load();
-        QCOMPARE(Globals::MusicOn, music);
-        QTEST(Globals::WallpaperType, "wallpaperType");
-    }
-
-    void aValueThatDoesNotConvertEndsTheLoadingThere()
-    {
-        writeSettingsFile("[Skin Settings]\nMusic=maybe\nGraphic=True\nWallpaper File=SEA.BMP\n"
-                          "[Settings]\nShutdown=True\nHow-to=True\nSmart Pencil=True\n"
-                          "[Database Settings]\nRecent=kept\n");
-        try {
-            SettingsStore::Load();
-            QFAIL("a setting of \"maybe\" must raise a conversion error");
-        } catch (const VbError &error) {
-            QCOMPARE(error.number(), 13);
-        }
-        using namespace Globals;
-        QCOMPARE(WallpaperFile, QStringLiteral("SEA.BMP"));
-        QVERIFY(!MusicOn);
-        QVERIFY(!GraphicOn);
-        QVERIFY(!ShutdownOnQuit);
-        QVERIFY(!HowToOn);
-        QVERIFY(!SmartPencilOn);
-        QVERIFY(!DatabaseSettings::loaded());
+        writeSettingsFile("[Skin Settings]\nMusic=maybe\n[Database Settings]\nRecent=kept\n");
+        QVERIFY_THROWS_EXCEPTION(VbError, SettingsStore::Load());
         QCOMPARE(DatabaseSettings::current().Recent, QString());
-
-        // The database settings that were never loaded survive the save.
         SettingsStore::Save();
         SettingsStore::reload();
         QCOMPARE(SettingsStore::get("Database Settings", "Recent", QString()), QStringLiteral("kept"));
         QCOMPARE(SettingsStore::get("Skin Settings", "Music", QString()), QStringLiteral("False"));
     }
 
-    void damagedFilesGiveDefaults_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe[[[\x01=\n=\n\x80\x81", 16);
-        QTest::newRow("keys before any section") << QByteArray("Music=False\n[Skin Settings\nGraphic=False\n");
-        QTest::newRow("empty") << QByteArray();
-    }
-
-    void damagedFilesGiveDefaults()
-    {
-        QFETCH(QByteArray, file);
-        writeSettingsFile(file);
-        SettingsStore::Load();
-        QVERIFY(Globals::MusicOn);
-        QVERIFY(Globals::GraphicOn);
-        QCOMPARE(Globals::WallpaperFile, QStringLiteral("WELCOME.BMP"));
-    }
-
-    void runtimeFlag()
-    {
-        QCOMPARE(SettingsStore::Runtime(), false);
-        SettingsStore::SetRuntime(true);
-        SettingsStore::reload();
-        QCOMPARE(SettingsStore::Runtime(), true);
-        QVERIFY(settingsFileText().contains("[System]\nRuntime=True\n"));
-        SettingsStore::SetRuntime(false);
-        QCOMPARE(SettingsStore::Runtime(), false);
-    }
-
-    void keyListReadsTheWholeSectionInOrder()
+    void runtimeFlagKeyListAndReset()
     {
         QList<SettingsStore::KeyPair> pairs{{"stale", "value"}};
         QCOMPARE(SettingsStore::KeyList(pairs), qint16(0));
         QVERIFY(pairs.isEmpty());
+        QCOMPARE(SettingsStore::Runtime(), false);
+        SettingsStore::SetRuntime(true);
+        QVERIFY(settingsFileText().contains("[System]\nRuntime=True\n"));
 
-        writeSettingsFile("[Key Settings]\nHiragana,1,1=あ\nAlpha,2,1=B\nRomaji,1,1=a\n");
+        writeSettingsFile(settingsFileText() + "[Key Settings]\nHiragana,1,1=あ\nAlpha,2,1=B\nRomaji,1,1=a\n");
+        QCOMPARE(SettingsStore::Runtime(), true);
         QCOMPARE(SettingsStore::KeyList(pairs), qint16(3));
-        QCOMPARE(pairs.at(0), SettingsStore::KeyPair("Hiragana,1,1", "あ"));
-        QCOMPARE(pairs.at(1), SettingsStore::KeyPair("Alpha,2,1", "B"));
-        QCOMPARE(pairs.at(2), SettingsStore::KeyPair("Romaji,1,1", "a"));
+        QCOMPARE(pairs, QList<SettingsStore::KeyPair>({{"Hiragana,1,1", "あ"}, {"Alpha,2,1", "B"}, {"Romaji,1,1", "a"}}));
+
+        SettingsStore::Reset();
+        QVERIFY(!QFile::exists(SettingsStore::filePath()));
+        SettingsStore::reload();
+        QCOMPARE(SettingsStore::KeyList(pairs), qint16(0));
+        QCOMPARE(SettingsStore::Runtime(), false);
     }
 
     void documentFolderIsMadeUnderTheDataFolder()
@@ -189,19 +162,6 @@ private slots:
         QDir(expected).removeRecursively();
         QCOMPARE(SettingsStore::DocumentFolder(), expected);
         QVERIFY(QFileInfo(expected).isDir());
-    }
-
-    void resetDeletesEverySection()
-    {
-        writeSettingsFile("[Settings]\nShutdown=True\n[Key Settings]\nAlpha,1,1=A\n[System]\nRuntime=True\n"
-                          "[Database Settings]\nRecent=x\n");
-        SettingsStore::Reset();
-        QVERIFY(!QFile::exists(SettingsStore::filePath()));
-        SettingsStore::reload();
-        QList<SettingsStore::KeyPair> pairs;
-        QCOMPARE(SettingsStore::KeyList(pairs), qint16(0));
-        QCOMPARE(SettingsStore::Runtime(), false);
-        QCOMPARE(SettingsStore::get("Database Settings", "Recent", "none"), QStringLiteral("none"));
     }
 
     void anUnusableConfigFolderLosesTheSaveButNeverCrashes()
