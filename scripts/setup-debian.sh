@@ -10,7 +10,7 @@ packages=(
   qt6-multimedia-dev libqt6svg6-dev libgl-dev libicu-dev zlib1g-dev libxcb1-dev libfontconfig-dev libbenchmark-dev
   qt6-documentation-tools qt6-qpa-plugins qt6-wayland
   # a display, a session bus and accessibility for tests and headless runs
-  xvfb xauth x11-utils xdotool dbus dbus-x11 python3-dbus python3-gi at-spi2-core python3-pyatspi python3-dogtail python3-xlib
+  xvfb xauth x11-utils xdotool dbus dbus-x11 python3-dbus python3-gi python3-icu at-spi2-core python3-pyatspi python3-dogtail python3-xlib
   imagemagick poppler-utils
   # fonts
   fonts-noto-cjk fonts-ipaexfont fontconfig python3-fontforge

@@ -194,8 +194,7 @@ Workspace::Workspace(QWidget *parent)
     connect(&m_noticeTimer, &QTimer::timeout, this, [this] {
         m_infoTopic->clear();
         m_infoContent->clear();
-        if (!Globals::HowToOn)
-            m_infoBar->hide();
+        hideIdleInfoBar();
     });
 
     m_clock = new ChimeClock(this);
@@ -342,6 +341,7 @@ SettingsBox *Workspace::settings()
     box->setWallpaper(m_wallpaper.get());
     connect(box, &SettingsBox::closeRequested, this, [this] { setDocument(WelcomeView); });
     connect(box, &SettingsBox::shutdownOptionChanged, this, &Workspace::refreshCheckMarks);
+    connect(box, &SettingsBox::accessibilityOptionChanged, this, &Workspace::hideIdleInfoBar);
     connect(box, &SettingsBox::wallpaperChanged, this, [this] { update(); });
     // What the window did for its other controls when it loaded and reloaded.
     connectHints(box);
@@ -558,12 +558,20 @@ void Workspace::HowTo(const QString &topic, const QString &content)
             return;
         m_infoTopic->clear();
         m_infoContent->clear();
+        hideIdleInfoBar();
         return;
     }
     if (!Globals::HowToOn || content.isEmpty())
         return;
     m_noticeTimer.stop();
     showInInfoBar(topic, content);
+}
+
+// With hints off the bar shows only notices: empty, it goes away.
+void Workspace::hideIdleInfoBar()
+{
+    if (!Globals::HowToOn && !m_noticeTimer.isActive())
+        m_infoBar->hide();
 }
 
 // Shown even with hints off, for long enough to read it.

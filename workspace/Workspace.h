@@ -169,6 +169,7 @@ private:
     void followToolDialog();
     void followFocus(QWidget *focus);
     void showNotice(const QString &topic, const QString &content);
+    void hideIdleInfoBar();
     void showInInfoBar(const QString &topic, const QString &content);
 
     void enterDocument();

@@ -1,5 +1,6 @@
 #include "platform/touch/TouchButton.h"
 
+#include "platform/touch/CaptionLayout.h"
 #include "platform/touch/SkinSound.h"
 #include "platform/touch/TouchButtonAccessible.h"
 #include "platform/touch/TouchTheme.h"
@@ -176,7 +177,7 @@ int TouchButton::captionFlags() const
 {
     // A check box reads as a line of text after its square.
     const int alignment = m_toggles ? (Qt::AlignLeft | Qt::AlignVCenter) : Qt::AlignCenter;
-    return alignment | Qt::TextWordWrap;
+    return alignment;
 }
 
 int TouchButton::naturalCaptionWidth() const
@@ -185,6 +186,18 @@ int TouchButton::naturalCaptionWidth() const
     int widest = 0;
     for (const QString &line : text().split(QLatin1Char('\n')))
         widest = qMax(widest, metrics.horizontalAdvance(line));
+    return widest;
+}
+
+// The widest part of the caption that no line break may fall inside.
+int TouchButton::widestPieceWidth() const
+{
+    const QFontMetrics metrics(font());
+    int widest = 0;
+    for (const QString &line : text().split(QLatin1Char('\n'))) {
+        for (const QString &piece : CaptionLayout::pieces(line))
+            widest = qMax(widest, metrics.horizontalAdvance(piece.trimmed()));
+    }
     return widest;
 }
 
@@ -200,7 +213,7 @@ QSize TouchButton::sizeHint() const
     const int px = TouchTheme::pixelSize(font());
     const int sidePadding = 2 * (Margin + qRound(px * 0.6));
     // Long captions wrap at about ten characters rather than making a bar.
-    int width = qMin(naturalCaptionWidth(), px * 10) + sidePadding;
+    int width = qMax(widestPieceWidth(), qMin(naturalCaptionWidth(), px * 10)) + sidePadding;
     if (m_toggles)
         width += checkMarkSize() + px / 3;
     if (!icon().isNull())
@@ -222,11 +235,44 @@ int TouchButton::heightForWidth(int width) const
         textWidth -= checkMarkSize() + px / 3;
     textWidth = qMax(1, textWidth);
     int height = 2 * (Margin + qRound(px * 0.4));
-    if (!text().isEmpty())
-        height += QFontMetrics(font()).boundingRect(QRect(0, 0, textWidth, 100000), captionFlags(), text()).height();
+    if (!text().isEmpty()) {
+        const QFontMetrics metrics(font());
+        const QStringList lines = CaptionLayout::lines(text(), metrics, textWidth);
+        height += int(std::max<qsizetype>(1, lines.size())) * metrics.lineSpacing();
+    }
     if (!icon().isNull())
         height += iconSize().height() + (text().isEmpty() ? 0 : px / 3);
     return qMax(height, minimumSizeHint().height());
+}
+
+QList<QRect> TouchButton::captionCharacterRects() const
+{
+    const QString caption = text();
+    QList<QRect> rects(caption.size());
+    if (caption.isEmpty())
+        return rects;
+    const QRect box = captionBox(contentBox());
+    const CaptionLayout::Fitted fitted = CaptionLayout::fit(font(), caption, box.size(), true);
+    const QFontMetrics metrics(fitted.font);
+    const QStringList lines = fitted.text.split(u'\n');
+    // Lines stand centred as a block, each centred or, on a check box, at the left.
+    int top = box.top() + (box.height() - int(lines.size()) * metrics.lineSpacing()) / 2;
+    qsizetype at = 0;   // the caption's character the next shown one is
+    for (const QString &line : lines) {
+        const int width = metrics.horizontalAdvance(line);
+        const int left = m_toggles ? box.left() : box.left() + (box.width() - width) / 2;
+        for (qsizetype i = 0; i < line.size(); ++i) {
+            // Spaces and breaks that the layout took show nowhere.
+            while (at < caption.size() && caption.at(at) != line.at(i))
+                ++at;
+            if (at == caption.size())
+                return rects;
+            rects[at++] = QRect(left + metrics.horizontalAdvance(line.left(i)), top,
+                                metrics.horizontalAdvance(line.at(i)), metrics.height());
+        }
+        top += metrics.lineSpacing();
+    }
+    return rects;
 }
 
 // The size hints above ask for roomy padding; when a layout or a fixed
@@ -347,9 +393,10 @@ void TouchButton::paintEvent(QPaintEvent *)
 
     if (!text().isEmpty()) {
         const QRect box = captionBox(content);
-        painter.setFont(TouchTheme::fittedFont(font(), text(), box, captionFlags()));
+        const CaptionLayout::Fitted caption = CaptionLayout::fit(font(), text(), box.size(), true);
+        painter.setFont(caption.font);
         painter.setPen(enabled ? TouchTheme::ink() : TouchTheme::inkDisabled());
-        painter.drawText(box, captionFlags(), text());
+        painter.drawText(box, captionFlags(), caption.text);
     }
 
     if (m_toggles)

@@ -58,6 +58,11 @@ public:
     bool hasHeightForWidth() const override;
     int heightForWidth(int width) const override;
 
+    // Where each character of the caption stands on the button as painted,
+    // in the button's coordinates; an empty rectangle for a space that a
+    // line break took. For screen magnifiers and readers.
+    QList<QRect> captionCharacterRects() const;
+
 signals:
     void pointerEntered();
     void pointerLeft();
@@ -82,6 +87,7 @@ private:
     void paintCheckMark(QPainter &painter, const QRect &content) const;
     int captionFlags() const;
     int naturalCaptionWidth() const;
+    int widestPieceWidth() const;
 
     QString m_tip;
     QString m_soundFile;

@@ -67,3 +67,51 @@ void TouchButtonAccessible::doAction(const QString &actionName)
     else
         QAccessibleWidget::doAction(actionName);
 }
+
+void *TouchButtonAccessible::interface_cast(QAccessible::InterfaceType type)
+{
+    if (type == QAccessible::TextInterface)
+        return static_cast<QAccessibleTextInterface *>(this);
+    return QAccessibleWidget::interface_cast(type);
+}
+
+QString TouchButtonAccessible::text(int startOffset, int endOffset) const
+{
+    return button()->text().mid(startOffset, endOffset - startOffset);
+}
+
+int TouchButtonAccessible::characterCount() const
+{
+    return int(button()->text().size());
+}
+
+QRect TouchButtonAccessible::characterRect(int offset) const
+{
+    const QList<QRect> rects = button()->captionCharacterRects();
+    if (offset < 0 || offset >= rects.size() || rects.at(offset).isNull())
+        return QRect();
+    return rects.at(offset).translated(button()->mapToGlobal(QPoint(0, 0)));
+}
+
+int TouchButtonAccessible::offsetAtPoint(const QPoint &point) const
+{
+    const QPoint local = button()->mapFromGlobal(point);
+    const QList<QRect> rects = button()->captionCharacterRects();
+    for (int offset = 0; offset < rects.size(); ++offset) {
+        if (rects.at(offset).contains(local))
+            return offset;
+    }
+    return -1;
+}
+
+void TouchButtonAccessible::selection(int, int *startOffset, int *endOffset) const
+{
+    *startOffset = *endOffset = 0;
+}
+
+QString TouchButtonAccessible::attributes(int offset, int *startOffset, int *endOffset) const
+{
+    *startOffset = offset;
+    *endOffset = offset + 1;
+    return QString();
+}

@@ -1,5 +1,6 @@
 #include "platform/touch/TouchEdit.h"
 
+#include "platform/touch/CaptionLayout.h"
 #include "platform/touch/TouchTheme.h"
 
 #include <QFocusEvent>
@@ -198,9 +199,10 @@ void TouchEdit::paintEvent(QPaintEvent *event)
     QRect box = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
     const QMargins margins = textMargins();
     box = box.adjusted(margins.left() + 2, margins.top(), -margins.right() - 2, -margins.bottom());
-    const int flags = Qt::AlignLeft | Qt::AlignVCenter;
+    // A prompt too long for one line takes two rather than tiny type.
+    const CaptionLayout::Fitted prompt = CaptionLayout::fit(font(), m_prompt, box.size(), true);
     QPainter painter(this);
-    painter.setFont(TouchTheme::fittedFont(font(), m_prompt, box, flags));
+    painter.setFont(prompt.font);
     painter.setPen(TouchTheme::promptInk());
-    painter.drawText(box, flags, m_prompt);
+    painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, prompt.text);
 }
