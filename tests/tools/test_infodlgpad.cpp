@@ -8,12 +8,16 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTest>
 
-// The character-input pad driven by mouse clicks, typing into a text edit
-// that keeps the focus, with the input method off (no IBus here).
+// The input pads driven by mouse clicks, typing into a text edit that keeps
+// the focus, with the input method off (no IBus here); and the calculator
+// pad with its display and results handed on.
 class TestInfoDlgPad : public QObject
 {
     Q_OBJECT
@@ -29,6 +33,7 @@ private slots:
     {
         pad = std::make_unique<PadDriver>(QStringLiteral(LANTERN_PROGRAM_DIR), InfoDlg::CharacterMode, 2.0);
         dialog = pad->dialog;
+        dialog->Begin(InfoDlg::CalculatorMode);
         QVERIFY(pad->show());
     }
 
@@ -37,14 +42,14 @@ private slots:
         SettingsStore::Reset();
         dialog->Reload();
         dialog->setOptions(0);
+        pad->pressCalculator(QStringLiteral("C"));
         pad->focus(pad->edit);
     }
 
     void theDialogFloatsAndNeverTakesTheFocus()
     {
-        QVERIFY(dialog->windowFlags() & Qt::Tool);
-        QVERIFY(dialog->windowFlags() & Qt::WindowStaysOnTopHint);
-        QVERIFY(dialog->windowFlags() & Qt::WindowDoesNotAcceptFocus);
+        const Qt::WindowFlags floating = Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus;
+        QCOMPARE(dialog->windowFlags() & floating, floating);
         QVERIFY(dialog->testAttribute(Qt::WA_ShowWithoutActivating));
         QCOMPARE(dialog->MiniChannels.size(), 21);
         for (QAbstractButton *button : dialog->MiniChannels)
@@ -261,8 +266,7 @@ private slots:
         const QPoint centre = dialog->Keypads[KeyTable::Hiragana]->mapToGlobal(PadDriver::cellCentre(5, 2) * 2);
         QAccessibleInterface *ni = keys->childAt(centre.x(), centre.y());
         QVERIFY(ni);
-        QCOMPARE(ni->role(), QAccessible::Button);
-        QCOMPARE(ni->text(QAccessible::Name), QStringLiteral("に"));
+        QCOMPARE(std::pair(ni->role(), ni->text(QAccessible::Name)), std::pair(QAccessible::Button, QStringLiteral("に")));
         ni->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
         PadDriver::settle();
         QCOMPARE(typed(), QStringLiteral("に"));
@@ -280,6 +284,56 @@ private slots:
         QTest::mouseRelease(hiragana, Qt::LeftButton, {}, PadDriver::cellCentre(1, 1) * 2);
         QVERIFY(pressed != before);
         QCOMPARE(hiragana->grab().toImage(), before);
+    }
+    // The calculator pad: every <case>.keys in tests/data/infodlgpad holds
+    // its keys (digits, ".", "<" back, "C", "+-*/=", "%" and "s" the sign
+    // change), <case>.txt beside it the display's two lines after them.
+    void theDisplay_data()
+    {
+        QTest::addColumn<QString>("keys");
+        const QDir folder(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/infodlgpad"));
+        const QStringList cases = folder.entryList({QStringLiteral("*.keys")}, QDir::Files, QDir::Name);
+        QVERIFY(cases.size() >= 16);
+        for (const QString &name : cases)
+            QTest::newRow(qPrintable(name)) << folder.filePath(name);
+    }
+
+    void theDisplay()
+    {
+        QFETCH(QString, keys);
+        QFile input(keys), expected(keys.chopped(4) + QStringLiteral("txt"));
+        QVERIFY(input.open(QIODevice::ReadOnly | QIODevice::Text) && expected.open(QIODevice::ReadOnly | QIODevice::Text));
+        pad->pressCalculator(QString::fromUtf8(input.readAll()).trimmed());
+        const QStringList display = QString::fromUtf8(expected.readAll()).split(u'\n');
+        QCOMPARE(pad->dialog->DisplayDigit->text(), display.value(0) + QStringLiteral("\r\n") + display.value(1));
+    }
+
+    void resultsGoToTheFocusedTextControl()
+    {
+        pad->focus(pad->line, QStringLiteral("old text"));
+        pad->pressCalculator(QStringLiteral("7+"));
+        QCOMPARE(pad->line->text(), QStringLiteral("old text"));   // not handed on unless asked
+        pad->dialog->setOptions(InfoDlg::TransferResults);
+        pad->pressCalculator(QStringLiteral("1.25="));
+        QCOMPARE(pad->line->text(), QStringLiteral("8.25"));
+        pad->pressCalculator(QStringLiteral("s"));
+        QCOMPARE(pad->line->text(), QStringLiteral("-8.25"));
+    }
+
+    void otherControlsGetTheResultThroughTheHost()
+    {
+        pad->focus(pad->button);
+        pad->dialog->setOptions(InfoDlg::TransferResults);
+        QList<qint64> amounts;
+        QObject listener;
+        connect(pad->dialog, &InfoDlg::ResultTransfer, &listener, [&amounts](Currency &amount) {
+            amounts << amount.tenThousandths();
+        });
+        pad->pressCalculator(QStringLiteral("6+4"));
+        QCOMPARE(amounts, QList<qint64>({60000}));
+        // The sign change hands its result on once, after the whole change.
+        pad->pressCalculator(QStringLiteral("s"));
+        QCOMPARE(amounts, QList<qint64>({60000, -100000}));
     }
 };
 
