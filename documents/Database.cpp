@@ -201,6 +201,9 @@ QStringList Database::ListDocuments(qint32 flags)
     QDirIterator names(folder, {pattern}, QDir::Files | QDir::Hidden);
     while (names.hasNext()) {
         const QString path = names.next();
+        // A save cut short leaves its unfinished file: no document.
+        if (CheckedSaveFile::isUnfinished(names.fileName()))
+            continue;
         if (flags & OnlyReadOnlyOrHidden) {
             const std::optional<int> attributes = FileAttributes::of(path);
             if (!attributes) {

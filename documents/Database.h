@@ -65,7 +65,8 @@ public:
     static bool SaveDocument(const QString &path, const DocumentRecord &record, qint16 mode);
 
     // Full paths of the files in the document folder, in the order the file
-    // system gives them, read-only and hidden files included.
+    // system gives them, read-only and hidden files included; the unfinished
+    // file of a save that was cut short is no document and is left out.
     static QStringList ListDocuments(qint32 flags);
 
     // What the recent-documents list shows of a document, read from the head of
