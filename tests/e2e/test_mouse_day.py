@@ -275,9 +275,27 @@ def reopening_a_centred_bulleted_document():
         check("行頭に記号 is lit", pressed(lantern, "行頭に記号"))
 
 
+def turning_hints_off_leaves_no_empty_bar():
+    with Screen(1366, 768) as lantern:
+        lantern.find("スタート", timeout=20)
+        lantern.click_named("設定", "push button", window=MAIN, pause=1.0)
+        hints = lantern.find("ポイントした場所のヒントを表示する", "check box")
+        lantern.point_at(hints, pause=1.0)
+        check("a pointed-at control explains itself in the bar", info_bar_showing(lantern))
+        lantern.click(hints, pause=1.0)
+        lantern.move_away(pause=1.0)
+        check("with hints turned off, the bar and its 閉じる go away", not info_bar_showing(lantern))
+        lantern.point_at(lantern.find("終了", "push button", window=MAIN), pause=1.0)
+        check("and pointing at a button brings back no empty bar", not info_bar_showing(lantern))
+
+
+def info_bar_showing(lantern):
+    return lantern.by_description("クリックすると、説明を閉じます。", timeout=0.5) is not None
+
+
 if __name__ == "__main__":
     driver.run([moving_up_and_down_with_the_pad_arrows, opening_the_pads_in_any_order,
                 smart_pencil_opens_the_pad_beside_the_calculator, zooming_in_and_out,
                 finding_the_way_back_after_closing_the_welcome_box, putting_the_pad_away_and_converting_with_kanji_off,
                 copying_a_document_never_saved, opening_a_document_that_cannot_be_read, saving_on_a_full_disk,
-                reopening_a_centred_bulleted_document])
+                reopening_a_centred_bulleted_document, turning_hints_off_leaves_no_empty_bar])
