@@ -64,7 +64,7 @@ class TestWallpaper : public QObject
 
 private slots:
     // SKIN/WELCOME.BMP (100 by 50); SKIN/CG with the five themes (four-letter
-    // extension), seven rotation pictures and files the rotation skips.
+    // extension), seven rotation pictures and files and folders the rotation skips.
     void initTestCase()
     {
         m_cg = m_skin.filePath(u"CG"_s);
@@ -79,6 +79,15 @@ private slots:
         writePicture(m_cg + u"/SHORT.JP"_s, Qt::white);
         QFile readme(m_cg + u"/README"_s);
         QVERIFY(readme.open(QIODevice::WriteOnly));
+        // Pictures outside the rotation: a damaged one, a bitmap with a palette, a theme as ".PNG".
+        QVERIFY(QDir().mkpath(m_cg + u"/PLAIN"_s));
+        QFile damaged(m_cg + u"/PLAIN/DAMAGED.BMP"_s);
+        QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write("BM not a picture") > 0);
+        QImage indexed(30, 20, QImage::Format_Indexed8);
+        indexed.setColorTable({Welcome.rgb()});
+        indexed.fill(0);
+        QVERIFY(indexed.save(m_cg + u"/PLAIN/INDEXED.BMP"_s, "BMP"));
+        writePicture(m_cg + u"/PLAIN/ｸｰﾙﾋﾞｽﾞ.PNG"_s, Qt::blue);
     }
 
     void init()
@@ -139,82 +148,55 @@ private slots:
         }
     }
 
-    // Types 2-5 press button T + 104 and stretch a picture of the folder; an
-    // empty folder leaves the background as it was.
-    void rotationsShowAPictureOfTheFolder()
+    // Types 2-5 press button T + 104 and stretch one picture of the folder.
+    // What cannot be shown (an empty folder for the rotations, a missing or
+    // damaged file, a type that does not exist) leaves the background as it was.
+    void rotationsAndPicturesThatCannotBeShown()
     {
-        for (const QString &folder : {m_cg, m_cg + u"/SUB.DIR"_s}) {
-            m_wallpaper.setPictureFolder(folder);
-            for (int type = 2; type <= 5; ++type) {
-                shownOn(type, QDate(2026, 11, 23));
-                QCOMPARE(m_wallpaper.pressedButton(), type + 104);
-                if (folder == m_cg) {
-                    QVERIFY(m_rotation.contains(QFileInfo(m_wallpaper.picturePath()).fileName()));
-                    QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Stretched);
-                } else {
-                    QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Nothing);
-                    QCOMPARE(painted(m_wallpaper).pixelColor(319, 179), Background);
-                }
-            }
-        }
-    }
-
-    // A missing file, a damaged one, a type that does not exist: nothing is drawn.
-    void unloadablePictureKeepsTheBackground()
-    {
-        QFile damaged(m_cg + u"/DAMAGED.BMP"_s);
-        QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write("BM not a picture") > 0);
-        damaged.close();
-        for (const auto &[type, file] : {std::pair(0, "NOWHERE.BMP"), {0, "DAMAGED.BMP"}, {42, ""}}) {
-            setWallpaper(type, u"."_s, QString::fromLatin1(file));
-            m_wallpaper.apply();
+        for (int type = 2; type <= 5; ++type) {
+            QVERIFY(m_rotation.contains(QFileInfo(shownOn(type, QDate(2026, 11, 23))).fileName()));
+            QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Stretched);
+            m_wallpaper.setPictureFolder(m_cg + u"/SUB.DIR"_s);
+            shownOn(type, QDate(2026, 11, 23));
+            QCOMPARE(m_wallpaper.pressedButton(), type + 104);
             QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Nothing);
-            QCOMPARE(painted(m_wallpaper).pixelColor(5, 5), Background);
+            m_wallpaper.setPictureFolder(m_cg);
         }
-        QVERIFY(damaged.remove());
+        for (const auto &[type, file] : {std::pair(0, "NOWHERE.BMP"), {0, "DAMAGED.BMP"}, {42, ""}}) {
+            setWallpaper(type, u"PLAIN"_s, QString::fromLatin1(file));
+            m_wallpaper.apply();
+            QVERIFY2(m_wallpaper.mode() == Wallpaper::Mode::Nothing && painted(m_wallpaper).pixelColor(5, 5) == Background, file);
+        }
     }
 
-    // Type 0 shows its picture at its natural size from the top left; folders
-    // written with backslashes and bitmaps with a palette are read too.
-    void namedPictureAtNaturalSizeFromTheTopLeft()
+    // Type 0 shows its picture at its natural size from the top left (also
+    // from a folder written with backslashes, and a bitmap with a palette).
+    // Type 1 stretches it over the whole area and presses the theme button
+    // whose pattern matches: a ".PNG" name does, the ".JPEG" the buttons store never.
+    void namedPictureAndTheme()
     {
         m_wallpaper.apply();
         QCOMPARE(m_wallpaper.picturePath(), m_cg + u"/../WELCOME.BMP"_s);
-        QCOMPARE(m_wallpaper.pressedButton(), 0);
         const QImage window = painted(m_wallpaper);
         QVERIFY(window.pixelColor(0, 0) == Welcome && window.pixelColor(99, 49) == Welcome);
         QVERIFY(window.pixelColor(100, 10) == Background && window.pixelColor(10, 50) == Background);
-        setWallpaper(0, u".\\.."_s, u"WELCOME.BMP"_s);
-        m_wallpaper.apply();
-        QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Natural);
-        QImage indexed(30, 20, QImage::Format_Indexed8);
-        indexed.setColorTable({Welcome.rgb()});
-        indexed.fill(0);
-        QVERIFY(indexed.save(m_cg + u"/INDEXED.BMP"_s, "BMP"));
-        setWallpaper(0, u"."_s, u"INDEXED.BMP"_s);
-        m_wallpaper.apply();
-        QCOMPARE(painted(m_wallpaper).pixelColor(29, 19), Welcome);
-        QVERIFY(QFile::remove(m_cg + u"/INDEXED.BMP"_s));
-    }
-
-    // Type 1 stretches its picture over the whole area; a ".JPEG" name does not
-    // match its theme's pattern, so no button is pressed, a ".PNG" one does.
-    void themeIsStretchedOverTheWholeArea()
-    {
+        for (const auto &[folder, file] : {std::pair(u".\\..", u"WELCOME.BMP"), {u"PLAIN", u"INDEXED.BMP"}}) {
+            setWallpaper(0, QString::fromUtf16(folder), QString::fromUtf16(file));
+            m_wallpaper.apply();
+            QVERIFY(m_wallpaper.mode() == Wallpaper::Mode::Natural && m_wallpaper.pressedButton() == 0);
+            QCOMPARE(painted(m_wallpaper).pixelColor(29, 19), Welcome);
+        }
         setWallpaper(1, u"."_s, Wallpaper::themeFile(2));
         m_wallpaper.apply();
         QCOMPARE(m_wallpaper.picturePath(), m_cg + u"/./ﾏｲﾅｽｲｵﾝ.JPEG"_s);
         QCOMPARE(m_wallpaper.pressedButton(), 0);
         for (const QSize &size : {QSize(320, 180), QSize(50, 400)}) {
-            const QImage window = painted(m_wallpaper, size);
-            QVERIFY(window.pixelColor(0, 0) == Theme2 && window.pixelColor(size.width() - 1, size.height() - 1) == Theme2);
+            const QImage stretched = painted(m_wallpaper, size);
+            QVERIFY(stretched.pixelColor(0, 0) == Theme2 && stretched.pixelColor(size.width() - 1, size.height() - 1) == Theme2);
         }
-        const QString png = m_cg + u"/ｸｰﾙﾋﾞｽﾞ.PNG"_s;
-        QVERIFY(QFile::copy(m_cg + u'/' + Wallpaper::themeFile(4), png));
-        setWallpaper(1, u"."_s, u"ｸｰﾙﾋﾞｽﾞ.PNG"_s);
+        setWallpaper(1, u"PLAIN"_s, u"ｸｰﾙﾋﾞｽﾞ.PNG"_s);
         m_wallpaper.apply();
         QCOMPARE(m_wallpaper.pressedButton(), 104);
-        QVERIFY(QFile::remove(png));
     }
 
     // The picture read ahead while the window loads is painted before the
@@ -228,15 +210,14 @@ private slots:
         wallpaper.setPictureFolder(m_cg);
         setWallpaper(1, u"."_s, Wallpaper::themeFile(2));
         wallpaper.readAhead(QSize(320, 180));
-        QCOMPARE(wallpaper.mode(), Wallpaper::Mode::Nothing);
-        QVERIFY(wallpaper.covers(QRect(0, 0, 320, 180)));
+        QVERIFY(wallpaper.mode() == Wallpaper::Mode::Nothing && wallpaper.covers(QRect(0, 0, 320, 180)));
         const QImage early = painted(wallpaper);
         QCOMPARE(early.pixelColor(319, 179), Theme2);
         QVERIFY(QFile::rename(theme, theme + u".aside"_s));
         wallpaper.apply();
+        QVERIFY(QFile::rename(theme + u".aside"_s, theme));
         QCOMPARE(wallpaper.mode(), Wallpaper::Mode::Stretched);
         QCOMPARE(painted(wallpaper), early);
-        QVERIFY(QFile::rename(theme + u".aside"_s, theme));
     }
 
     // Type 6 turns persistent drawing off and covers the window with the
