@@ -36,40 +36,34 @@ private slots:
         QCOMPARE(std::tuple(bars.HScrollMin(), bars.HScrollMax(), bars.HScrollPage()), std::tuple(0, 199, 20));
     }
 
-    void aPageCoveringTheRangeGreysTheBarOut_data()
-    {
-        QTest::addColumn<bool>("plainWindow");
-        QTest::newRow("scroll area") << false;
-        QTest::newRow("plain window") << true;
-    }
-
+    // On a scroll area's bars and on a plain window's own.
     void aPageCoveringTheRangeGreysTheBarOut()
     {
-        QFETCH(bool, plainWindow);
         QWidget plain;
         QAbstractScrollArea area;
-        QWidget *window = plainWindow ? &plain : static_cast<QWidget *>(&area);
-        window->resize(300, 200);
-        FlatScrollBar bars;
-        bars.SetWindow(window);
-        QVERIFY(bars.Initialize());
-        window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window));
-        QScrollBar *down = bars.bar(FlatScrollBar::SB_VERT);
-        bars.VScrollRange(0, 99);
-        bars.SetVScrollPage(99);
-        QVERIFY(down->isEnabled() && down->isVisible());
-        // Page 100 shows all of 0..99: nothing to scroll, the bar stays, greyed.
-        bars.SetVScrollPage(100);
-        QTRY_VERIFY(down->isVisible());
-        QVERIFY(!down->isEnabled());
-        QVERIFY(bars.VScrollBar());
-        QCOMPARE(std::tuple(bars.VScrollMax(), bars.VScrollPage()), std::tuple(99, 100));
-        // More to show again: the bar comes back to life, with its page.
-        bars.VScrollRange(0, 400);
-        QVERIFY(down->isEnabled());
-        QCOMPARE(bars.VScrollPage(), 100);
-        QVERIFY(bars.bar(FlatScrollBar::SB_HORZ)->isEnabled());
+        for (QWidget *window : {static_cast<QWidget *>(&area), &plain}) {
+            window->resize(300, 200);
+            FlatScrollBar bars;
+            bars.SetWindow(window);
+            QVERIFY(bars.Initialize());
+            window->show();
+            QVERIFY(QTest::qWaitForWindowExposed(window));
+            QScrollBar *down = bars.bar(FlatScrollBar::SB_VERT);
+            bars.VScrollRange(0, 99);
+            bars.SetVScrollPage(99);
+            QVERIFY(down->isEnabled() && down->isVisible());
+            // Page 100 shows all of 0..99: nothing to scroll, the bar stays, greyed.
+            bars.SetVScrollPage(100);
+            QTRY_VERIFY(down->isVisible());
+            QVERIFY(!down->isEnabled());
+            QVERIFY(bars.VScrollBar());
+            QCOMPARE(std::tuple(bars.VScrollMax(), bars.VScrollPage()), std::tuple(99, 100));
+            // More to show again: the bar comes back to life, with its page.
+            bars.VScrollRange(0, 400);
+            QVERIFY(down->isEnabled());
+            QCOMPARE(bars.VScrollPage(), 100);
+            QVERIFY(bars.bar(FlatScrollBar::SB_HORZ)->isEnabled());
+        }
     }
 
     void styleBitsFollowTheShownBars()

@@ -98,7 +98,9 @@ private slots:
         qputenv("CUPS_SERVER", m_folder.filePath(QStringLiteral("no-cups.sock")).toUtf8());
     }
 
-    void withoutAnyPrinterAllocThrowsAPrinterError()
+    // Without any printer Alloc and drawing throw the printer error; the
+    // margins are the class's own and need none.
+    void withoutAPrinterOnlyMarginsWork()
     {
         Printing printing;
         QVERIFY(!printing.printer());
@@ -109,19 +111,11 @@ private slots:
             QCOMPARE(error.number(), 484);
         }
         QVERIFY_THROWS_EXCEPTION(VbError, printing.Locate(1, 1, false));
-    }
-
-    // Margins are the class's own and need no printer.
-    void marginsByCode()
-    {
-        Printing printing;
         QCOMPARE(margins(printing), (QList<float>{0, 0, 0, 0}));
         printing.Margins(0, 1.5f);
         QCOMPARE(margins(printing), (QList<float>{1.5f, 1.5f, 1.5f, 1.5f}));
-        for (int code : {1, 2, 3, 4})
-            printing.Margins(code, float(code));
-        printing.Margins(5, 9);
-        printing.Margins(-1, 9);
+        for (int code : {1, 2, 3, 4, 5, -1})
+            printing.Margins(code, float(code));   // 1 top, 2 bottom, 3 left, 4 right, others nothing
         QCOMPARE(margins(printing), (QList<float>{1, 2, 3, 4}));
     }
 
