@@ -5,7 +5,6 @@
 #include "support/PadDriver.h"
 
 #include <QAbstractButton>
-#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QDir>
@@ -255,21 +254,6 @@ private slots:
         QCoreApplication::sendEvent(dialog->MiniChannels[10], &enter);
         QCOMPARE(howTo.size(), 1);
         QCOMPARE(howTo.at(0).at(1).toString(), InfoDlg::tip(10));
-    }
-
-    void keysAreButtonsForScreenReaders()
-    {
-        dialog->setPad(KeyTable::Hiragana);
-        QAccessibleInterface *keys = QAccessible::queryAccessibleInterface(dialog->Keypads[KeyTable::Hiragana]);
-        QVERIFY(keys && keys->childCount() > 0);
-        QCOMPARE(keys->child(0)->text(QAccessible::Name), QStringLiteral("あ"));
-        const QPoint centre = dialog->Keypads[KeyTable::Hiragana]->mapToGlobal(PadDriver::cellCentre(5, 2) * 2);
-        QAccessibleInterface *ni = keys->childAt(centre.x(), centre.y());
-        QVERIFY(ni);
-        QCOMPARE(std::pair(ni->role(), ni->text(QAccessible::Name)), std::pair(QAccessible::Button, QStringLiteral("に")));
-        ni->actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-        PadDriver::settle();
-        QCOMPARE(typed(), QStringLiteral("に"));
     }
 
     void keysAreDrawnAtTheScaleAndLightWhilePressed()
