@@ -78,45 +78,38 @@ private slots:
         m_box->applyWallpaper();
     }
 
-    void buttonsCarryTheirCaptionsAndTips_data()
+    void buttonsCarryTheirCaptionsAndTips()
     {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QString>("tip");
         const QString choose = u"クリックすると、背景は%1になります。"_s;
         const QString changes = u"クリックすると、背景は%1に更新されるようになります。"_s;
         const QString check = u"クリックしてチェックすると、%1ようになります。"_s;
-        const auto row = [](int index, const char *caption, const QString &tip) {
-            QTest::newRow(QByteArray::number(index)) << index << QString::fromUtf8(caption) << tip;
-        };
-        row(100, "閉じる", u"クリックすると、[設定] ウィンドウを閉じます。"_s);
-        row(101, "ウェブログ", choose.arg(u"「ウェブログ」"_s));
-        row(102, "マイナスイオン", choose.arg(u"「マイナスイオン」"_s));
-        row(103, "オーガニック", choose.arg(u"「オーガニック」"_s));
-        row(104, "クールビズ", choose.arg(u"「クールビズ」"_s));
-        row(105, "セレブリティ", choose.arg(u"「セレブリティ」"_s));
-        row(106, "ランダム", changes.arg(u"任意"_s));
-        row(107, "季節ごと", changes.arg(u"季節ごと"_s));
-        row(108, "週ごと", changes.arg(u"週ごと"_s));
-        row(109, "日替わり", changes.arg(u"曜日ごと"_s));
-        row(110, "Windows", u"クリックすると、背景は Windows の [デスクトップ] と同じになります。"_s);
-        row(111, "コンピュータの電源をつけると起動し 終了と同時に電源も切る", check.arg(u"プログラムがコンピュータの電源とリンクして起動・終了する"_s));
-        row(112, "ポイントした場所のヒントを表示する", check.arg(u"マルチメディア機能で操作方法を説明してくれる"_s));
-        row(113, "クリックしたら常に [文字入力] で編集する", check.arg(u"編集しているときに [文字入力] ダイアログを表示する"_s));
-    }
-
-    void buttonsCarryTheirCaptionsAndTips()
-    {
-        QFETCH(int, index);
-        QFETCH(QString, caption);
-        QFETCH(QString, tip);
-        TouchButton *button = m_box->button(index);
-        QVERIFY(button && button->isVisible());
-        QCOMPARE(button->caption(), caption);
-        QCOMPARE(button->tip(), tip);
-        QCOMPARE(button->index(), index);
-        QCOMPARE(button->objectName(), u"MenuBoxMiniChannels"_s);
-        QCOMPARE(button->toggles(), index >= 111);
+        const struct
+        {
+            int index;
+            const char *caption;
+            QString tip;
+        } rows[] = {{100, "閉じる", u"クリックすると、[設定] ウィンドウを閉じます。"_s},
+                    {101, "ウェブログ", choose.arg(u"「ウェブログ」"_s)},
+                    {102, "マイナスイオン", choose.arg(u"「マイナスイオン」"_s)},
+                    {103, "オーガニック", choose.arg(u"「オーガニック」"_s)},
+                    {104, "クールビズ", choose.arg(u"「クールビズ」"_s)},
+                    {105, "セレブリティ", choose.arg(u"「セレブリティ」"_s)},
+                    {106, "ランダム", changes.arg(u"任意"_s)},
+                    {107, "季節ごと", changes.arg(u"季節ごと"_s)},
+                    {108, "週ごと", changes.arg(u"週ごと"_s)},
+                    {109, "日替わり", changes.arg(u"曜日ごと"_s)},
+                    {110, "Windows", u"クリックすると、背景は Windows の [デスクトップ] と同じになります。"_s},
+                    {111, "コンピュータの電源をつけると起動し 終了と同時に電源も切る", check.arg(u"プログラムがコンピュータの電源とリンクして起動・終了する"_s)},
+                    {112, "ポイントした場所のヒントを表示する", check.arg(u"マルチメディア機能で操作方法を説明してくれる"_s)},
+                    {113, "クリックしたら常に [文字入力] で編集する", check.arg(u"編集しているときに [文字入力] ダイアログを表示する"_s)}};
+        for (const auto &row : rows) {
+            TouchButton *button = m_box->button(row.index);
+            const QByteArray which = QByteArray::number(row.index);
+            QVERIFY2(button && button->isVisible() && button->index() == row.index, which);
+            QCOMPARE(button->caption(), QString::fromUtf8(row.caption));
+            QCOMPARE(button->tip(), row.tip);
+            QVERIFY2(button->objectName() == u"MenuBoxMiniChannels"_s && button->toggles() == (row.index >= 111), which);
+        }
     }
 
     // MenuBoxes(100), draggable, with exactly the buttons 100-113 and the
@@ -135,59 +128,40 @@ private slots:
         QVERIFY(top(113) < top(112) && top(112) < top(111));
     }
 
-    // Row: button, then the wallpaper type it sets (-1: none) and its file.
-    // Themes: type 1, folder ".", the stem and ".JPEG"; 106-110: types 2-6
-    // with folder and file emptied; 111-113 invert their option only, each
-    // time they are clicked; 100 only asks to close.
-    void eachButtonChangesItsOwnSettingsOnly_data()
-    {
-        QTest::addColumn<int>("index");
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("file");
-        const char *stems[] = {"ｳｪﾌﾞﾛｸﾞ", "ﾏｲﾅｽｲｵﾝ", "ｵｰｶﾞﾆｯｸ", "ｸｰﾙﾋﾞｽﾞ", "ｾﾚﾌﾞﾘﾃｨ"};
-        for (int index = 100; index <= 113; ++index) {
-            const int type = index == 100 || index >= 111 ? -1 : index <= 105 ? 1 : index - 104;
-            const QString file = type == 1 ? QString::fromUtf8(stems[index - 101]) + u".JPEG"_s : QString();
-            QTest::newRow(QByteArray::number(index)) << index << type << file;
-        }
-    }
-
+    // Themes set type 1, folder "." and the stem with ".JPEG"; 106-110 set
+    // types 2-6 with folder and file emptied and press only their button;
+    // 111-113 invert their option only, each time they are clicked; 100 only
+    // asks to close.
     void eachButtonChangesItsOwnSettingsOnly()
     {
-        QFETCH(int, index);
-        QFETCH(int, type);
-        QFETCH(QString, file);
-        QSignalSpy wallpaper(m_box, &SettingsBox::wallpaperChanged);
-        QSignalSpy shutdown(m_box, &SettingsBox::shutdownOptionChanged);
-        QSignalSpy accessibility(m_box, &SettingsBox::accessibilityOptionChanged);
-        QSignalSpy close(m_box, &SettingsBox::closeRequested);
-        for (int round = 1; round <= (index >= 111 ? 2 : 1); ++round) {
-            Settings expected = Settings::now();
-            if (type >= 0) {
-                expected.type = type;
-                expected.directory = type == 1 ? u"."_s : QString();
-                expected.file = file;
+        const QStringList themeFiles = {"ｳｪﾌﾞﾛｸﾞ.JPEG", "ﾏｲﾅｽｲｵﾝ.JPEG", "ｵｰｶﾞﾆｯｸ.JPEG", "ｸｰﾙﾋﾞｽﾞ.JPEG", "ｾﾚﾌﾞﾘﾃｨ.JPEG"};
+        for (int index = 100; index <= 113; ++index) {
+            init();
+            const QByteArray which = QByteArray::number(index);
+            QSignalSpy wallpaper(m_box, &SettingsBox::wallpaperChanged), shutdown(m_box, &SettingsBox::shutdownOptionChanged);
+            QSignalSpy accessibility(m_box, &SettingsBox::accessibilityOptionChanged), close(m_box, &SettingsBox::closeRequested);
+            for (int round = 1; round <= (index >= 111 ? 2 : 1); ++round) {
+                Settings expected = Settings::now();
+                if (index >= 101 && index <= 110) {
+                    expected.type = index <= 105 ? 1 : index - 104;
+                    expected.directory = index <= 105 ? u"."_s : QString();
+                    expected.file = index <= 105 ? themeFiles[index - 101] : QString();
+                }
+                bool *option = index == 111 ? &expected.shutdown : index == 112 ? &expected.howTo : &expected.smartPencil;
+                if (index >= 111)
+                    *option = !*option;
+                click(index);
+                QVERIFY2(Settings::now() == expected, which);
+                QVERIFY2(index < 111 || m_box->button(index)->value() == *option, which);
+                QVERIFY2(shutdown.count() == (index == 111 ? round : 0), which);
+                QVERIFY2(accessibility.count() == (index == 112 || index == 113 ? round : 0), which);
             }
-            bool *option = index == 111 ? &expected.shutdown : index == 112 ? &expected.howTo : index == 113 ? &expected.smartPencil : nullptr;
-            if (option)
-                *option = !*option;
-            click(index);
-            QVERIFY(Settings::now() == expected);
-            if (option)
-                QCOMPARE(m_box->button(index)->value(), *option);
-            QCOMPARE(shutdown.count(), index == 111 ? round : 0);
-            QCOMPARE(accessibility.count(), index == 112 || index == 113 ? round : 0);
-        }
-        QCOMPARE(wallpaper.count(), type >= 0 ? 1 : 0);
-        QCOMPARE(close.count(), index == 100 ? 1 : 0);
-        if (type == 1) {
-            QCOMPARE(m_wallpaper.picturePath(), m_cg + u"/./"_s + file);
-            QCOMPARE(m_wallpaper.mode(), Wallpaper::Mode::Stretched);
-        }
-        if (type >= 2) {
-            for (int other = 101; other <= 110; ++other)
-                QCOMPARE(m_box->button(other)->value(), other == index);
-            QCOMPARE(m_wallpaper.isDesktop(), type == 6);
+            QVERIFY2(wallpaper.count() == (index >= 101 && index <= 110 ? 1 : 0) && close.count() == (index == 100 ? 1 : 0), which);
+            if (index >= 101 && index <= 105)
+                QCOMPARE(m_wallpaper.picturePath(), m_cg + u"/./"_s + themeFiles[index - 101]);
+            for (int other = 101; index >= 106 && index <= 110 && other <= 110; ++other)
+                QVERIFY2(m_box->button(other)->value() == (other == index), which);
+            QCOMPARE(m_wallpaper.isDesktop(), index == 110);
         }
     }
 
