@@ -121,14 +121,8 @@ private slots:
         auto *applet = new Applet(&host);
         applet->Load();
         applet->Reload();
-        DocumentRecord record;
-        record.PaperSetting1 = 8;
-        record.PaperSetting2 = 7;
-        record.PaperSetting3 = 2;
-        record.PaperSetting4 = 2;
-        record.PaperSetting5 = -4;
-        record.Copies = 3;
-        record.Zoom = 150;
+        DocumentRecord record{.PaperSetting1 = 8, .PaperSetting2 = 7, .PaperSetting3 = 2, .PaperSetting4 = 2,
+                              .PaperSetting5 = -4, .Copies = 3, .Zoom = 150};
         applet->setRecord(&record);
         // The job's printer: a PDF file, so that no print system is involved.
         QTemporaryDir folder;
