@@ -325,8 +325,23 @@ private slots:
         QVERIFY(area->viewport()->rect().contains(caret));
     }
 
-    void zoomThereAndBackLeavesEveryControlInPlace()
+    void zoomScalesEveryControlAndUndoesTheOldZoomRounded_data()
     {
+        QTest::addColumn<int>("zoom");
+        QTest::addColumn<QRect>("zoomed");   // the first box, at 96 dpi
+        QTest::addColumn<QRect>("back");     // the first box after going back to 100 %
+        QTest::newRow("200, undone by 50") << 200 << QRect(114, 152, 1360, 1942) << QRect(57, 76, 680, 971);
+        // Back by 67 (100 / 150 x 100 = 66.67), then by 100: 86 x 0.67 = 57.62.
+        QTest::newRow("150, undone by 67") << 150 << QRect(86, 114, 1020, 1457) << QRect(58, 76, 683, 976);
+    }
+
+    void zoomScalesEveryControlAndUndoesTheOldZoomRounded()
+    {
+        QFETCH(int, zoom);
+        QFETCH(QRect, zoomed);
+        QFETCH(QRect, back);
+        if (m_applet->logicalDpiX() != 96 || m_applet->logicalDpiY() != 96)
+            QSKIP("the pixel figures below are for a 96 dpi screen");
         open(withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2.3f, 7.7f, 9.9f, 3.3f),
                         WordProcessorHost::box(DocumentItem::RichText, 1.1f, 20.3f, 13.7f, 1.3f)}));
         firstBox()->setPlainText(QStringLiteral("文字の大きさ"));
@@ -340,41 +355,28 @@ private slots:
             before.append(control->geometry());
         const QSize paper = m_applet->sheet()->paper()->size();
 
-        m_applet->setProperties(QStringLiteral("Zoom"), 200);
-        QCOMPARE(m_fixture->record.Zoom, 200);
-        QCOMPARE(m_applet->sheet()->paper()->size(), paper * 2);
-        for (int i = 0; i < controls.size(); ++i)
-            QCOMPARE(controls[i]->geometry(), QRect(before[i].topLeft() * 2, before[i].size() * 2));
-        // The letters grow with the page, and the whole page can be scrolled to.
-        QCOMPARE(firstBox()->textZoom(), 200);
-        QVERIFY2(qAbs(lineHeight() / unzoomed - 2.0) < 0.15, qPrintable(QString::number(lineHeight() / unzoomed)));
-        QCOMPARE(m_applet->sheet()->height(), paper.height() * 2 + 2 * PageSheet::Margin);
-
-        m_applet->setProperties(QStringLiteral("Zoom"), 100);
-        QCOMPARE(m_applet->sheet()->paper()->size(), paper);
-        for (int i = 0; i < controls.size(); ++i)
-            QCOMPARE(controls[i]->geometry(), before[i]);
-        QCOMPARE(firstBox()->textZoom(), 100);
-    }
-
-    void zoomUndoesTheOldZoomWithARoundedPercentage()
-    {
-        if (m_applet->logicalDpiX() != 96)
-            QSKIP("the pixel figures below are for a 96 dpi screen");
-        open();
-        QCOMPARE(firstBox()->geometry(), QRect(57, 76, 680, 971));
-
-        m_applet->setProperties(QStringLiteral("Zoom"), 150);
+        m_applet->setProperties(QStringLiteral("Zoom"), zoom);
+        QCOMPARE(m_fixture->record.Zoom, zoom);
         // The applet's own zoom answers 100 until the next Document.
         QCOMPARE(m_applet->Properties(QStringLiteral("Zoom")).toInt(), 100);
-        QCOMPARE(m_fixture->record.Zoom, 150);
-        QCOMPARE(firstBox()->geometry(), QRect(86, 114, 1020, 1457));
+        QCOMPARE(firstBox()->geometry(), zoomed);
+        QCOMPARE(m_applet->sheet()->paper()->size(), QSize(paper.width() * zoom / 100, paper.height() * zoom / 100));
+        for (int i = 0; i < controls.size(); ++i)
+            QCOMPARE(controls[i]->geometry(), QRect(before[i].topLeft() * zoom / 100, before[i].size() * zoom / 100));
+        // The letters grow with the page, and the whole page can be scrolled to.
+        QCOMPARE(firstBox()->textZoom(), zoom);
+        QVERIFY2(qAbs(lineHeight() / unzoomed - zoom / 100.0) < 0.15, qPrintable(QString::number(lineHeight() / unzoomed)));
+        QCOMPARE(m_applet->sheet()->height(), paper.height() * zoom / 100 + 2 * PageSheet::Margin);
 
-        // Back by 67 (100 / 150 x 100 = 66.67), then by 100: 86 x 0.67 = 57.62.
         m_applet->setProperties(QStringLiteral("Zoom"), 100);
-        QCOMPARE(firstBox()->geometry(), QRect(58, 76, 683, 976));
         QCOMPARE(m_fixture->record.Zoom, 100);
-        QCOMPARE(m_applet->Properties(QStringLiteral("Zoom")).toInt(), 100);
+        QCOMPARE(firstBox()->geometry(), back);
+        QCOMPARE(m_applet->sheet()->paper()->size(), paper);
+        QCOMPARE(firstBox()->textZoom(), 100);
+        if (back == before[controls.indexOf(firstBox())]) {   // undone exactly: every control is back in place
+            for (int i = 0; i < controls.size(); ++i)
+                QCOMPARE(controls[i]->geometry(), before[i]);
+        }
     }
 
     // Unknown names, and the formatting names and "Timestamp" with a grid
