@@ -8,6 +8,7 @@
 #include "documents/RichTextPrinter.h"
 #include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
+#include "platform/FlatScrollStyle.h"
 #include "platform/RuntimeLog.h"
 #include "platform/PrinterDevice.h"
 #include "platform/PrinterList.h"
@@ -20,6 +21,7 @@
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTableWidget>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -96,6 +98,9 @@ DatabaseApplet::DatabaseApplet(QWidget *parent)
     m_scrollArea->viewport()->setAutoFillBackground(false);
     m_sheet->setAutoFillBackground(false);
     m_scrollArea->setWidget(m_sheet);
+    // Scroll bars wide enough to take with an unsteady hand.
+    for (QScrollBar *bar : {m_scrollArea->horizontalScrollBar(), m_scrollArea->verticalScrollBar()})
+        bar->setStyle(FlatScrollStyle::instance());
 
     // The patterns the placed boxes are made from; they never show.
     auto *wordPattern = new WordProcessor(m_sheet->paper());

@@ -1,9 +1,11 @@
 #include "documents/WordProcessor.h"
 
 #include "documents/RichTextCodec.h"
+#include "platform/FlatScrollStyle.h"
 
 #include <QAbstractTextDocumentLayout>
 #include <QMimeData>
+#include <QScrollBar>
 #include <QTextBlock>
 #include <QTextCursor>
 #include <QTextDocument>
@@ -53,6 +55,9 @@ WordProcessor::WordProcessor(QWidget *parent)
     m_cleanupTimer.setInterval(0);
     connect(&m_cleanupTimer, &QTimer::timeout, this, &WordProcessor::cleanUpNow);
     connect(document(), &QTextDocument::contentsChange, this, &WordProcessor::noteChange);
+    // A box that overflows scrolls with bars as wide as the page's.
+    for (QScrollBar *bar : {horizontalScrollBar(), verticalScrollBar()})
+        bar->setStyle(FlatScrollStyle::instance());
 }
 
 void WordProcessor::noteChange(int position, int removed, int added)

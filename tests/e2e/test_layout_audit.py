@@ -89,7 +89,9 @@ def audit(lantern, view, width, height):
     lantern.move_away()
     lantern.screenshot(f"layout-{view}-{width}x{height}")
     controls = lantern.find_all(lambda n: n.getRoleName() in CONTROLS)
-    off_screen, captions = [], []
+    off_screen, captions, thin = [], [], []
+    # Sizes are made for 1366×768; a smaller screen shrinks them no more than it is smaller.
+    shrink = min(1.0, width / 1366, height / 768)
     for node in controls:
         x, y, w, h = visible_part(lantern, node)
         if w <= 0 or h <= 0:
@@ -102,6 +104,8 @@ def audit(lantern, view, width, height):
             off_screen.append(f"{name} at {x},{y} {w}x{h}")
         if node.getRoleName() in CAPTIONED:
             captions.extend(caption_faults(lantern, node))
+        if node.getRoleName() == "scroll bar" and min(w, h) < 20 * shrink:
+            thin.append(f"a scroll bar {min(w, h)} px wide")
     covered = []
     windows = [w for w in lantern.app if w is not None and lantern.showing(w)]
     for node in controls:
@@ -117,6 +121,7 @@ def audit(lantern, view, width, height):
                 covered.append(f"{node.name or node.getRoleName()} under {other.name or other.getRoleName()}")
     check(f"{view} at {width}x{height}: every control lies on the screen", not off_screen, off_screen)
     check(f"{view} at {width}x{height}: no caption cut off or broken inside a word", not captions, captions)
+    check(f"{view} at {width}x{height}: scroll bars are wide enough to take", not thin, thin)
     if any(w.name != MAIN for w in windows):
         # The workspace does not yet make room for the tool dialog, nor
         # does the character yet find free space of its own.
