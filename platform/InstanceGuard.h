@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QDBusConnection;
 class QLocalServer;
 
 // Tells whether another copy of the program runs for this user. The first copy
@@ -14,9 +15,15 @@ public:
 
     // Claims the name; false when another running copy holds it.
     static bool claim();
+    // The same on the given bus; a bus that is not connected means the
+    // local socket.
+    static bool claim(const QDBusConnection &bus);
     static bool usesSessionBus();
 
 private:
+    static bool claimOnBus(const QDBusConnection &bus);
+    static bool claimSocket();
+
     static QLocalServer *s_server;
     static bool s_sessionBus;
 };
