@@ -77,6 +77,15 @@ private slots:
         QCOMPARE(IME::IMEStatus(), 0);
     }
 
+    // The sentence mode is written, the conversion mode only read; -1 only reads.
+    void convertReplacesTheSentenceModeAndReturnsTheOldOne()
+    {
+        IME ime;
+        ime.setHandle(&window);
+        for (const auto &[mode, before] : {std::pair{-1, 8}, {-1, 8}, {1, 8}, {-1, 1}, {0, 1}, {-1, 0}})
+            QCOMPARE(ime.Convert(mode), before);
+    }
+
     void readGivesTheLastResultAndItsReading()
     {
         IME ime;
