@@ -159,6 +159,26 @@ void LongestPauseAfterOpening(benchmark::State &state)
 }
 BENCHMARK(LongestPauseAfterOpening)->Unit(benchmark::kMillisecond)->Iterations(1);
 
+// After typing pauses, the record's text is written again from the box.
+void RewriteRecordAfterTyping(benchmark::State &state)
+{
+    const DocumentRecord loaded = Database::LoadDocument(largeDocumentPath(), Database::Sequential);
+    DocumentRecord record = loaded;
+    DatabaseApplet applet;
+    applet.resize(1000, 800);
+    applet.setRecord(&record);
+    applet.setDocument(10);
+    WordProcessor *box = applet.WordProcessors(1);
+    for (auto _ : state) {
+        state.PauseTiming();
+        box->textCursor().insertText(QStringLiteral("あ"));
+        box->cleanUpNow();
+        state.ResumeTiming();
+        applet.syncRecord();
+    }
+}
+BENCHMARK(RewriteRecordAfterTyping)->Unit(benchmark::kMillisecond)->Iterations(3);
+
 } // namespace
 
 int main(int argc, char **argv)
