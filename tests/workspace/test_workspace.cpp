@@ -10,7 +10,6 @@
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchEdit.h"
 #include "tools/FlatScrollBar.h"
-#include "tools/IME.h"
 #include "tools/InfoDlg.h"
 #include "tools/QuestionBox.h"
 #include "workspace/ChimeClock.h"
@@ -21,13 +20,10 @@
 
 #include <QDBusInterface>
 #include <QDBusReply>
-#include <QEnterEvent>
 #include <QLabel>
 #include <QMenu>
-#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTableWidget>
-#include <QTextBlock>
 #include <QTest>
 #include <QTimer>
 
