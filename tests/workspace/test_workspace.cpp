@@ -6,6 +6,7 @@
 #include "app/SettingsStore.h"
 #include "documents/Database.h"
 #include "documents/DatabaseApplet.h"
+#include "documents/RecoveryJournal.h"
 #include "documents/WordProcessor.h"
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchEdit.h"
@@ -17,6 +18,7 @@
 #include "workspace/SideMenuBar.h"
 #include "workspace/WelcomeBox.h"
 #include "workspace/Workspace.h"
+#include "support/FileSizeLimit.h"
 
 #include <QDBusInterface>
 #include <QDBusReply>
@@ -565,6 +567,34 @@ private slots:
         QCOMPARE(documentFiles().size(), 1);
         QCOMPARE(stored(documentFiles().first()).DocumentTitle, u"閉じる前"_s);
         QVERIFY(QFile::exists(SettingsStore::filePath()));
+    }
+
+    // A save that fails keeps the document on the screen, and neither a copy
+    // nor quitting goes on without it; with room again the same click saves.
+    void failedSaveKeepsTheDocument()
+    {
+        QStringList told;
+        w->setMessageRoutine([&told](QWidget *, const QString &message) { told.append(message); });
+        openTemplate();
+        typeText(box(), u"消えてはいけない文"_s);
+        title()->setText(u"大事"_s);
+        {
+            FileSizeLimit full(10);
+            for (TouchButton *button : {side(SideMenuBar::Save), side(SideMenuBar::Copy), w->Channels(2)})
+                click(button);
+            QCOMPARE(told, QStringList(3, u"このドキュメントを保存できませんでした。\n書いた文章は画面に残してあります。\n"
+                                          "ディスクの空きを確かめてから、\nもう一度 [保存して閉じる] をクリックしてください。"_s));
+            QVERIFY(w->isVisible());
+            QCOMPARE(w->Document(), 10);
+            QCOMPARE(box()->toPlainText(), u"消えてはいけない文"_s);
+            QCOMPARE(title()->text(), u"大事"_s);
+        }
+        QVERIFY(documentFiles().isEmpty());
+        click(side(SideMenuBar::Save));
+        QCOMPARE(told.size(), 3);
+        QCOMPARE(documentFiles().size(), 1);
+        QCOMPARE(stored(documentFiles().first()).DocumentTitle, u"大事"_s);
+        QCOMPARE(QDir(RecoveryJournal::folder()).entryList(QDir::Files), QStringList());
     }
 
     // Over the session bus exactly "[QUIT]" and "[X]" close the window.
