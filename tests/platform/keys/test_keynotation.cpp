@@ -107,14 +107,6 @@ private slots:
         QTEST(strokes[0].keycode, "keycode");
     }
 
-    void repeatCount()
-    {
-        const QList<KeyStroke> strokes = KeyNotation::parse(QStringLiteral("{LEFT 3}x"));
-        QCOMPARE(strokes.size(), 4);
-        QCOMPARE(strokes[2].key, int(Qt::Key_Left));
-        QCOMPARE(strokes[3].text, QStringLiteral("x"));
-    }
-
     // Characters that no key types go as text with a Unicode keysym.
     void charactersWithoutAKey()
     {
@@ -129,12 +121,32 @@ private slots:
         QCOMPARE(strokes[2].keysym, 0x01020bb7u);
     }
 
-    void damagedStringsAreSkippedNotFatal()
+    // A count repeats a named key; unknown names and cut strings are skipped, never fatal.
+    void strokeCounts_data()
     {
-        QCOMPARE(KeyNotation::parse(QStringLiteral("{NOSUCHKEY}x")).size(), 1);
-        QCOMPARE(KeyNotation::parse(QStringLiteral("x{LEFT")).size(), 1);
-        QCOMPARE(KeyNotation::parse(QStringLiteral("+^")).size(), 0);
-        QCOMPARE(KeyNotation::parse(QString()).size(), 0);
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<int>("lefts");
+        QTest::addColumn<QString>("texts");
+        QTest::newRow("repeat") << "{LEFT 3}x" << 3 << "x";
+        QTest::newRow("unknown name") << "{NOSUCHKEY}x" << 0 << "x";
+        QTest::newRow("unclosed brace") << "x{LEFT" << 0 << "x";
+        QTest::newRow("prefixes alone") << "+^" << 0 << "";
+        QTest::newRow("empty") << "" << 0 << "";
+    }
+
+    void strokeCounts()
+    {
+        QFETCH(QString, keys);
+        const QList<KeyStroke> strokes = KeyNotation::parse(keys);
+        QString texts;
+        int lefts = 0;
+        for (const KeyStroke &s : strokes) {
+            texts += s.text;
+            lefts += s.key == Qt::Key_Left;
+        }
+        QTEST(texts, "texts");
+        QTEST(lefts, "lefts");
+        QCOMPARE(strokes.size(), lefts + texts.size());
     }
 };
 
