@@ -3,7 +3,6 @@
 #include "platform/agent/AgentCharacter.h"
 #include "platform/agent/AgentControl.h"
 #include "platform/agent/Voice.h"
-#include "platform/agent/WaveAudio.h"
 #include "platform/vb/VbFormat.h"
 #include "platform/vb/VbRandom.h"
 
@@ -11,7 +10,6 @@
 #include <QFile>
 #include <QRegularExpression>
 #include <QSet>
-#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -287,24 +285,17 @@ private slots:
 
     void offUnloadsAndLaterCommandsDoNothing()
     {
-        AgentCharacter &character = loadLantern();
-        QPointer<AgentCharacter> watched(&character);
+        QPointer<AgentCharacter> watched(&loadLantern());
         say(QStringLiteral("Hello!"));
         QCOMPARE(say(QStringLiteral("off")), QStringLiteral("Off"));
         QVERIFY(!watched);
         QVERIFY(!Assistant::control()->Connected());
         QCOMPARE(Assistant::control()->Characters().Count(), 0);
-        for (const QString &command : {"Hello!", "Bye!", "Thank you.", "What time is it now?", "こんにちは", "Off"})
+        // Neither does anything happen with no character installed, or a damaged one.
+        install({});
+        for (const QString &command : {"Hello!", "Bye!", "Thank you.", "What time is it now?", "こんにちは", "On", "Hello!"})
             say(command);
         QVERIFY(!Assistant::character());
-    }
-
-    void noOrDamagedCharactersAreHarmless()
-    {
-        install({});
-        for (const QString &command : {"On", "Hello!", "What's the date today?", "Sorry.", "Bye!", "Off"})
-            say(command);
-        QCOMPARE(Assistant::characterId(), QString());
         QFile broken(Globals::WinDir + QStringLiteral("/MSAGENT/CHARS/BROKEN.ACS"));
         QVERIFY(broken.open(QIODevice::WriteOnly));
         broken.write("not a character");
@@ -313,21 +304,6 @@ private slots:
         QCOMPARE(Assistant::characterId(), QStringLiteral("BROKEN"));
         QVERIFY(!Assistant::character());
         say(QStringLiteral("Hello!"));
-    }
-
-    void dateIsSpokenAloudInJapanese()
-    {
-        if (Voice::installedEngine() == Voice::Engine::None)
-            QSKIP("no voice installed");
-        AgentCharacter &character = loadLantern();
-        QSignalSpy ready(&character, &AgentCharacter::speechAudioReady);
-        say(QStringLiteral("What's the date today?"));
-        QVERIFY(ready.wait(20000));
-        WaveAudio audio;
-        QVERIFY(audio.load(ready.first().at(0).toString()));
-        // "2026年11月23日 11時16分" read aloud takes some seconds, and it is not silence.
-        QVERIFY2(audio.durationMs() > 2000 && audio.durationMs() < 9000, qPrintable(QString::number(audio.durationMs())));
-        QVERIFY2(audio.rms() > 1000, qPrintable(QString::number(audio.rms())));
     }
 };
 
