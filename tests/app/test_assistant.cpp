@@ -182,21 +182,6 @@ private slots:
         QCOMPARE(QPoint(character.Left(), character.Top()), QPoint(0, 0));
     }
 
-    void laterCommandsCutShortWhatIsStillWaiting()
-    {
-        // The main window's commands arrive faster than the character acts:
-        // thanks stop the greeting and the date, the farewell stops the walk.
-        AgentCharacter &character = loadLantern();
-        QStringList started;
-        connect(&character, &AgentCharacter::requestStarted, this, [&](const QString &r) { started << r; });
-        for (const QString &command : {"Hello!", "What's the date today?", "Thank you.", "Bye!"})
-            say(command);
-        QTRY_VERIFY_WITH_TIMEOUT(!character.isBusy(), 20000);
-        QCOMPARE(started.mid(0, 3), QStringList({"Play Acknowledge", "Speak " + Farewell, "Hide"}));
-        QCOMPARE(started.size(), 4);
-        QVERIFY(!character.Visible());
-    }
-
     void speechRewriting_data()
     {
         QTest::addColumn<QString>("text");

@@ -101,15 +101,6 @@ private slots:
         sub.Load(subPath);
         QCOMPARE(sub.Data(QString()).toString(), QStringLiteral("default text"));
     }
-
-    void shellFoldersAnswerTheXdgFolders()
-    {
-        Registry registry;
-        QString path = QString::fromLatin1(Registry::ShellFolders);
-        registry.Load(path);
-        QCOMPARE(registry.Data("AppData").toString(), qEnvironmentVariable("XDG_DATA_HOME"));
-        QCOMPARE(registry.Data("Startup").toString(), qEnvironmentVariable("XDG_CONFIG_HOME") + "/autostart");
-    }
 };
 
 QTEST_GUILESS_MAIN(RegistryTest)
