@@ -78,7 +78,7 @@ private slots:
         QTest::addColumn<QString>("switches");
         QTest::addColumn<qint32>("wallpaperType");
         QTest::addColumn<QString>("wallpaperFile");
-        QTest::newRow("no file") << QByteArray() << 0 << "TTFTT" << 0 << "WELCOME.BMP";
+        QTest::newRow("empty file") << QByteArray() << 0 << "TTFTT" << 0 << "WELCOME.BMP";
         QTest::newRow("Music False") << QByteArray("[Skin Settings]\nMusic=False\n") << 0 << "FTFTT" << 0 << "WELCOME.BMP";
         QTest::newRow("letter case") << QByteArray("[skin settings]\nmusic=FALSE\nwallpaper type=4\n")
                                      << 0 << "FTFTT" << 4 << "WELCOME.BMP";
