@@ -2,6 +2,7 @@
 
 #include <QDirIterator>
 #include <QFileInfo>
+#include <QMutex>
 #include <QSet>
 
 #include <cerrno>
@@ -14,11 +15,28 @@ namespace {
 
 constexpr QLatin1StringView UnfinishedEnd(".saving");
 
-// Files this process is writing right now: never leftovers.
+// Files this process is writing right now: never leftovers. Files are
+// written from more than one thread (the recovery journal has its own).
+QMutex beingWrittenLock;
 QSet<QString> &filesBeingWritten()
 {
     static QSet<QString> files;
     return files;
+}
+
+void noteBeingWritten(const QString &path, bool writing)
+{
+    QMutexLocker locker(&beingWrittenLock);
+    if (writing)
+        filesBeingWritten().insert(path);
+    else
+        filesBeingWritten().remove(path);
+}
+
+bool isBeingWritten(const QString &path)
+{
+    QMutexLocker locker(&beingWrittenLock);
+    return filesBeingWritten().contains(path);
 }
 
 // The folder's entry for the new name, on the disk.
@@ -74,7 +92,7 @@ bool CheckedSaveFile::open()
     QFile::remove(m_file.fileName());
     if (!m_file.open(QIODevice::WriteOnly | QIODevice::NewOnly))
         return false;
-    filesBeingWritten().insert(m_file.fileName());
+    noteBeingWritten(m_file.fileName(), true);
     // The new file takes the old one's permissions, as the old file it replaces.
     if (target.exists())
         m_file.setPermissions(target.permissions());
@@ -111,7 +129,7 @@ bool CheckedSaveFile::commit()
         discard();
         return false;
     }
-    filesBeingWritten().remove(m_file.fileName());
+    noteBeingWritten(m_file.fileName(), false);
     syncFolder(m_path);
     return true;
 }
@@ -125,7 +143,7 @@ void CheckedSaveFile::discard()
 {
     m_file.close();
     QFile::remove(m_file.fileName());
-    filesBeingWritten().remove(m_file.fileName());
+    noteBeingWritten(m_file.fileName(), false);
 }
 
 void CheckedSaveFile::removeLeftovers(const QString &folder) const
@@ -133,7 +151,7 @@ void CheckedSaveFile::removeLeftovers(const QString &folder) const
     QDirIterator names(folder, {QStringLiteral(".*") + UnfinishedEnd}, QDir::Files | QDir::Hidden | QDir::System);
     while (names.hasNext()) {
         const QString path = names.next();
-        if (isUnfinished(names.fileName()) && !filesBeingWritten().contains(path))
+        if (isUnfinished(names.fileName()) && !isBeingWritten(path))
             QFile::remove(path);
     }
 }
