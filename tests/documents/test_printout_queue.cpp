@@ -1,15 +1,19 @@
-// The word processor's printout through a real print queue: a private CUPS
-// scheduler with a cups-pdf queue, which the program finds as the current
-// printer, as the print button does.
+// Printing through a real print system: a private CUPS scheduler with a
+// cups-pdf queue. The printer list sees the queue, and the word processor's
+// printout, sent to the current printer as the print button does, comes out
+// as an A4 PDF of its sheets.
 #include "documents/WordProcessor.h"
+#include "platform/PrinterList.h"
 #include "support/CupsSession.h"
 #include "support/PdfReadBack.h"
 #include "support/WordProcessorHost.h"
 #include "tools/Printing.h"
 
-#include <QTextCursor>
-#include <QTextDocument>
+#include <QPrinterInfo>
+#include <QRegularExpression>
 #include <QtTest>
+
+using namespace Qt::StringLiterals;
 
 class TestPrintoutQueue : public QObject
 {
@@ -20,6 +24,17 @@ class TestPrintoutQueue : public QObject
 private slots:
     void initTestCase() { LANTERN_START_CUPS_SESSION(m_cups); }
     void cleanupTestCase() { m_cups.stop(); }
+
+    void theMenuListsTheQueue()
+    {
+        const QList<PrinterList::Entry> printers = PrinterList::printers();
+        QCOMPARE(printers.size(), 1);
+        QCOMPARE(PrinterList::caption(printers.first()), u"PDF (Generic Cups-pdf Printer (w/ Options))"_s);
+        QCOMPARE(std::pair(PrinterList::defaultPrinter(), PrinterList::currentPrinter()), std::pair(u"PDF"_s, u"PDF"_s));
+        PrinterList::setCurrentPrinter(u"Gone"_s);   // not a printer here: the choice stays
+        QCOMPARE(std::pair(PrinterList::currentPrinter(), PrinterList::currentPrinterInfo().printerName()),
+                 std::pair(u"PDF"_s, u"PDF"_s));
+    }
 
     void aDocumentRunningOverItsBoxComesOutOnTwoSheets()
     {
@@ -33,12 +48,16 @@ private slots:
         fixture.applet->WordProcessors(1)->setPlainText(lines.join(QLatin1Char('\n')));
 
         QCOMPARE(fixture.applet->Printout(), true);
-        QCOMPARE(fixture.host.printing()->deviceName(), QStringLiteral("PDF"));
+        Printing *printing = fixture.host.printing();
+        QCOMPARE(std::pair(printing->deviceName(), printing->driverName()),
+                 std::pair(u"PDF"_s, u"Generic CUPS-PDF Printer (w/ options)"_s));
         const QStringList pdfs = m_cups.waitForPdfs();
-        QVERIFY(m_cups.jobs(QStringLiteral("not-completed")).isEmpty());
-        QCOMPARE(m_cups.jobs(QStringLiteral("completed")).size(), 1);
+        QVERIFY(m_cups.jobs(u"not-completed"_s).isEmpty());
+        QCOMPARE(m_cups.jobs(u"completed"_s).size(), 1);
         QCOMPARE(pdfs.size(), 1);
         QCOMPARE(PdfReadBack::pageCount(pdfs.first()), 2);
+        const QString info = PdfReadBack::info(pdfs.first());
+        QVERIFY2(info.contains(QRegularExpression(u"Page size:\\s+595 x 842 pts \\(A4\\)"_s)), qPrintable(info));
     }
 };
 
