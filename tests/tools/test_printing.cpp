@@ -12,7 +12,6 @@
 #include <QPageLayout>
 #include <QPrinter>
 #include <QProcess>
-#include <QRawFont>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -20,26 +19,13 @@ namespace {
 
 using Word = PdfReadBack::Word;
 
-// Whether a word read back is the text that was printed. The faces draw some
-// kanji and their radical forms (文 and ⽂) with one glyph, and the PDF's text
-// layer may name either: compare the glyphs of the printing face instead.
-bool sameText(const QString &read, const QString &printed)
-{
-    if (read == printed)
-        return true;
-    if (read.size() != printed.size())
-        return false;
-    static const QRawFont face = QRawFont::fromFont(FontSubstitution::font(QStringLiteral("MS UI Gothic"), 12));
-    const QList<quint32> glyphs = face.glyphIndexesForString(printed);
-    return !glyphs.contains(0) && face.glyphIndexesForString(read) == glyphs;
-}
-
-// The boxes of every word that reads as the text, top to bottom.
+// The boxes of every word that reads as the text, top to bottom. Some faces
+// name a kanji by its radical form (文 as ⽂) in the PDF's text layer.
 QList<QRectF> boxesOf(const QList<Word> &words, const QString &text)
 {
     QList<QRectF> boxes;
     for (const Word &word : words) {
-        if (sameText(word.text, text))
+        if (word.text.normalized(QString::NormalizationForm_KC) == text)
             boxes.append(word.box);
     }
     std::sort(boxes.begin(), boxes.end(), [](const QRectF &a, const QRectF &b) { return a.top() < b.top(); });
@@ -140,10 +126,6 @@ private slots:
                      std::tuple(paperSize, zoom, 7, -3, 1, 1));
             printing.EndDoc();
         }
-        PrinterDevice printer(nextFile());
-        printer.setPaperSize(13);
-        QCOMPARE(std::pair(printer.paperWidth(), printer.paperHeight()), std::pair(18.2, 25.7));
-        QVERIFY_THROWS_EXCEPTION(VbError, printer.setPaperSize(9999));
     }
 
     // Upright (1) when height over width, in whole numbers rounded to even, is not 0.
@@ -234,12 +216,8 @@ private slots:
         printing->Margins(1, 1);
         printing->Margins(2, 2.5f);
         printing->Locate(15.5f, 24.2f, false);   // x 17.5 and y 25.2: on the right and bottom margins
-        QVERIFY(!printing->IsViewportX(0));
-        QVERIFY(printing->IsViewportX(-0.01f));
-        QVERIFY(!printing->IsViewportX(0.01f));
-        QVERIFY(!printing->IsViewportY(0));
-        QVERIFY(printing->IsViewportY(-0.01f));
-        QVERIFY(!printing->IsViewportY(0.01f));
+        for (const auto &[step, inside] : {std::pair(0.0f, false), {-0.01f, true}, {0.01f, false}})
+            QCOMPARE(std::tuple(step, printing->IsViewportX(step), printing->IsViewportY(step)), std::tuple(step, inside, inside));
         printing->EndDoc();
     }
 
@@ -335,11 +313,11 @@ private slots:
         printing->Locate(10, -1, false);
         printing->LPrint(Printing::AlignRight, QStringLiteral("手前"), 1, true);
         printing->Locate(-1, 6, false);
-        printing->LPrint(Printing::AlignLeft, QStringLiteral("長体の文字列"), 0, false, false,
+        printing->LPrint(Printing::AlignLeft, QStringLiteral("ちぢめた文字列"), 0, false, false,
                          Printing::PrintPosition::AfterText, 0.5f);
         const double condensedEnd = printer->currentX();
         printing->Locate(-1, 7, false);
-        printing->LPrint(Printing::AlignLeft, QStringLiteral("長体の文字列"));
+        printing->LPrint(Printing::AlignLeft, QStringLiteral("ちぢめた文字列"));
         const double normalEnd = printer->currentX();
         printer->setCurrentX(2);
         printer->setCurrentY(12);
@@ -363,7 +341,7 @@ private slots:
         QVERIFY(near(centred.center().x(), 1 + 2 + (19 - 2 - 1.5) / 2));
         QVERIFY(near(centred.center().y(), 1 + 7));
         QVERIFY(near(boxOf(words, QStringLiteral("手前")).right(), 1 + 12 - 1));
-        const QList<QRectF> lengthened = boxesOf(words, QStringLiteral("長体の文字列"));
+        const QList<QRectF> lengthened = boxesOf(words, QStringLiteral("ちぢめた文字列"));
         QCOMPARE(lengthened.size(), 2);
         QVERIFY(near(lengthened[0].left(), 1 + 2));
         QVERIFY(near(lengthened[0].width(), lengthened[1].width() / 2));
@@ -400,20 +378,6 @@ private slots:
             const bool dark = qGray(page.pixel(qRound((3 + spot.x) * 100), qRound((3 + spot.y) * 100))) < 128;
             QVERIFY2(dark == spot.dark, qPrintable(QStringLiteral("at %1, %2").arg(spot.x).arg(spot.y)));
         }
-    }
-
-    void pagesFollowNewPageWithoutABlankLastOne()
-    {
-        const QString file = nextFile();
-        auto printing = newJob(file);
-        for (int page = 1; page <= 3; ++page) {
-            printing->Alloc(false);
-            printing->LPrint(Printing::AlignLeft, QStringLiteral("%1ページ目").arg(page));
-            printing->NewPage();
-        }
-        printing->EndDoc();
-        QCOMPARE(PdfReadBack::pageCount(file), 3);
-        QVERIFY(!boxOf(PdfReadBack::words(file, 3), QStringLiteral("3ページ目")).isNull());
     }
 };
 
