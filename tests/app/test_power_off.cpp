@@ -71,14 +71,6 @@ private slots:
         QVERIFY(control.requests().isEmpty());
     }
 
-    void kernelReleaseGivesTheVersion()
-    {
-        const PowerOff::Version v = PowerOff::parseKernelRelease("6.1.0-18-amd64");
-        QCOMPARE(int(v.family), int(PowerOff::Family::NT));
-        QCOMPARE(QPair(v.major, v.minor), QPair(6, 1));
-        QCOMPARE(PowerOff::parseKernelRelease("garbage").major, 0);
-    }
-
     void dirTypeTakesOnlyZeroOrOne()
     {
         Shortcut shortcut;

@@ -84,10 +84,6 @@ private slots:
                                      << 0 << "FTFTT" << 4 << "WELCOME.BMP";
         QTest::newRow("numbers") << QByteArray("[Skin Settings]\nMusic=-1\nWallpaper Type=2.5\n") << 0 << "TTFTT" << 2
                                  << "WELCOME.BMP";
-        QTest::newRow("binary garbage") << QByteArray("\x00\xff\xfe[[[\x01=\n=\n\x80\x81", 16) << 0 << "TTFTT" << 0
-                                        << "WELCOME.BMP";
-        QTest::newRow("keys before any section") << QByteArray("Music=False\n[Skin Settings\nGraphic=False\n") << 0
-                                                 << "TTFTT" << 0 << "WELCOME.BMP";
         // A word that is no boolean ends the loading: that key and every later one stay empty.
         QTest::newRow("Music maybe") << QByteArray("[Skin Settings]\nMusic=maybe\nGraphic=True\nWallpaper File=SEA.BMP\n"
                                                    "[Settings]\nShutdown=True\nHow-to=True\nSmart Pencil=True\n")

@@ -25,10 +25,6 @@ private slots:
         for (const QString &path : {QStringLiteral(LANTERN_PROGRAM_DIR "/SKIN/") + TitleArtwork::fileName(),
                                     cut.fileName(), QStringLiteral("/nonexistent/TITLE.BMP")})
             QVERIFY2(Title::picture(path).toImage().convertToFormat(QImage::Format_RGB32) == drawn, qPrintable(path));
-        // The lantern's paper glows warm in the middle of its body, the sky is dark blue at the top.
-        const QColor lantern = drawn.pixelColor(151, 177), sky = drawn.pixelColor(540, 5);
-        QVERIFY2(lantern.red() > 200 && lantern.green() > 150, qPrintable(lantern.name()));
-        QVERIFY2(sky.blue() > sky.red(), qPrintable(sky.name()));
     }
 };
 

@@ -74,28 +74,39 @@ private slots:
         QVERIFY(window->isVisible());
     }
 
-    void moveDragsTheBoxAndReleasesTheControl()
+    // Move and Size release the pressing control at once (the left button at
+    // its origin), and the box follows the pointer until the real release:
+    // moved, or grown at the right (1), the bottom (2) or both (3).
+    void dragFromAPress_data()
     {
+        QTest::addColumn<int>("edge"); // -1: Move
+        QTest::addColumn<bool>("control");
+        QTest::addColumn<QRect>("dragged");
+        QTest::newRow("move") << -1 << true << QRect(140, 110, 300, 200);
+        QTest::newRow("move, no control") << -1 << false << QRect(140, 110, 300, 200);
+        QTest::newRow("0 none") << 0 << true << QRect(100, 80, 300, 200);
+        QTest::newRow("1 right") << 1 << true << QRect(100, 80, 340, 200);
+        QTest::newRow("2 bottom") << 2 << true << QRect(100, 80, 300, 230);
+        QTest::newRow("3 bottom-right") << 3 << true << QRect(100, 80, 340, 230);
+        QTest::newRow("4 none") << 4 << true << QRect(100, 80, 300, 200);
+    }
+
+    void dragFromAPress()
+    {
+        QFETCH(int, edge);
+        QFETCH(bool, control);
         Desk desk;
         QVERIFY(QTest::qWaitForWindowExposed(&desk.form));
         pressOn(desk.grip, QPoint(10, 10));
-        desk.shaper.Move(desk.grip);
-        // The control is released at once, with the left button at its origin.
-        QCOMPARE(desk.grip->releases, (QList<std::pair<Qt::MouseButton, QPoint>>{{Qt::LeftButton, QPoint(0, 0)}}));
-        QTest::mouseMove(&desk.form, QPoint(480, 310));
-        QCOMPARE(desk.box->geometry(), QRect(200, 130, 300, 200));
-        QTest::mouseRelease(&desk.form, Qt::LeftButton, {}, QPoint(480, 310));
-        // After the real release the box no longer follows the pointer.
+        Grip *pressed = control ? desk.grip : nullptr;
+        edge < 0 ? desk.shaper.Move(pressed) : desk.shaper.Size(pressed, edge);
+        const QList<std::pair<Qt::MouseButton, QPoint>> released{{Qt::LeftButton, QPoint(0, 0)}};
+        QCOMPARE(desk.grip->releases, control ? released : decltype(released)());
+        QTest::mouseMove(&desk.form, QPoint(420, 290));
+        QTEST(desk.box->geometry(), "dragged");
+        QTest::mouseRelease(&desk.form, Qt::LeftButton, {}, QPoint(420, 290));
         QTest::mouseMove(&desk.form, QPoint(600, 500));
-        QCOMPARE(desk.box->pos(), QPoint(200, 130));
-
-        // Without a control nothing is sent, and the move still happens.
-        pressOn(&desk.form, QPoint(250, 150));
-        desk.shaper.Move(nullptr);
-        QTest::mouseMove(&desk.form, QPoint(240, 150));
-        QTest::mouseRelease(&desk.form, Qt::LeftButton, {}, QPoint(240, 150));
-        QCOMPARE(desk.box->pos(), QPoint(190, 130));
-        QCOMPARE(desk.grip->releases.size(), 1);
+        QTEST(desk.box->geometry(), "dragged");
     }
 
     void moveCarriesAWindowWhereTheWindowManagerCannot()
@@ -116,43 +127,6 @@ private slots:
         QTest::mouseMove(grip, QPoint(60, 40));
         QTRY_COMPARE(window.pos(), start + QPoint(50, 30));
         QTest::mouseRelease(grip, Qt::LeftButton, {}, QPoint(10, 10));
-    }
-
-    void sizeFollowsTheEdgeCode_data()
-    {
-        QTest::addColumn<int>("edge");
-        QTest::addColumn<QSize>("grown");
-        QTest::newRow("0 none") << 0 << QSize(300, 200);
-        QTest::newRow("1 right") << 1 << QSize(340, 200);
-        QTest::newRow("2 bottom") << 2 << QSize(300, 230);
-        QTest::newRow("3 bottom-right") << 3 << QSize(340, 230);
-        QTest::newRow("4 none") << 4 << QSize(300, 200);
-    }
-
-    void sizeFollowsTheEdgeCode()
-    {
-        QFETCH(int, edge);
-        Desk desk;
-        QVERIFY(QTest::qWaitForWindowExposed(&desk.form));
-        pressOn(desk.grip, QPoint(10, 10));
-        desk.shaper.Size(desk.grip, edge);
-        // Whatever the edge, the control gets its button-up.
-        QCOMPARE(desk.grip->releases.size(), 1);
-        QCOMPARE(desk.grip->releases.first().first, Qt::LeftButton);
-        QTest::mouseMove(&desk.form, QPoint(420, 290));
-        QTest::mouseRelease(&desk.form, Qt::LeftButton, {}, QPoint(420, 290));
-        QTEST(desk.box->size(), "grown");
-        QCOMPARE(desk.box->pos(), QPoint(100, 80));
-    }
-
-    void aWindowStartsWithMenuAndTitle()
-    {
-        QWidget window, bare(nullptr, Qt::FramelessWindowHint);
-        UserForm shaper, plain;
-        shaper.SetWindow(&window);
-        plain.SetWindow(&bare);
-        QVERIFY(shaper.MenuBox() && shaper.TitleBar() && !shaper.Clip());
-        QVERIFY(!plain.MenuBox() && !plain.TitleBar());
     }
 
     // Menu and title bar are flipped by a false, not cleared; on top is set or cleared.
