@@ -152,7 +152,12 @@ private slots:
         auto *edit = new QLineEdit(applet);
         QVERIFY(showAndLoad(host, applet));
         QList<qint32> codes;
-        connect(applet, &Applet::keyOrPointer, this, [&](qint32 &code, bool &) { codes.append(code); });
+        bool allow = true;
+        connect(applet, &Applet::keyOrPointer, this, [&](qint32 &code, bool &proceed) {
+            QCOMPARE(proceed, true);
+            codes.append(code);
+            proceed = allow;
+        });
         edit->setFocus();
         QTest::keyClick(edit, Qt::Key_Q);
         QVERIFY(codes.isEmpty());
@@ -161,6 +166,9 @@ private slots:
         QTest::mouseClick(edit, Qt::RightButton);
         QTest::keyClick(edit, Qt::Key_Q);
         QCOMPARE(codes, QList<qint32>({qint32(Qt::RightButton), qint32(Qt::Key_Q)}));
+        // The host cancels: the key does not arrive.
+        allow = false;
+        QTest::keyClick(edit, Qt::Key_B);
         QCOMPARE(edit->text(), QStringLiteral("qq"));
     }
 };
