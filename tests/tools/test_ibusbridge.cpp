@@ -1,5 +1,4 @@
 #include "platform/ime/InputMethodStatus.h"
-#include "platform/keys/KeySender.h"
 #include "tools/IME.h"
 #include "support/IBusSession.h"
 #include "support/PadDriver.h"
@@ -10,11 +9,9 @@
 #include <QTest>
 #include <QWindow>
 
-// The input-method bridge against the real IBus and Mozc (the on/off key,
-// the mode it reports, composing from romaji sent as keys, conversion, the
-// last result with its reading, detaching), then typing Japanese with the
-// mouse alone: real clicks on the input pad while the host's text edit
-// keeps the focus.
+// The input-method bridge against the real IBus and Mozc: typing Japanese
+// with the mouse alone, real clicks on the input pad while the host's text
+// edit keeps the focus, and the last result read back with its reading.
 class TestIBusBridge : public QObject
 {
     Q_OBJECT
@@ -52,80 +49,21 @@ private slots:
         QVERIFY(!ime->Enabled());
     }
 
-    void onOffKeyTurnsJapaneseInputOnAndOff()
-    {
-        ime->KeyPress(IME::KanjiKey, true);
-        QCOMPARE(IME::IMEStatus(), 4);
-        QVERIFY(ime->Enabled());
-        ime->KeyPress(IME::KanjiKey, true);
-        QCOMPARE(IME::IMEStatus(), 0);
-        ime->setEnabled(true);
-        QCOMPARE(IME::IMEStatus(), 4);
-        ime->setEnabled(true);   // already on: stays on
-        QCOMPARE(IME::IMEStatus(), 4);
-    }
-
-    void romajiComposeAndConvert()
-    {
-        KeySender::send(QStringLiteral("nihongo"));
-        QTRY_COMPARE(composing(), QStringLiteral("にほんご"));
-        ime->KeyPress(IME::ConvertKey);
-        QTRY_COMPARE(composing(), QStringLiteral("日本語"));
-        KeySender::send(QStringLiteral("{ENTER}"));
-        QTRY_COMPARE(typed(), QStringLiteral("日本語"));
-        QCOMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
-        // Full-width characters pass through the input method as they are.
-        KeySender::send(QStringLiteral("ＡＢ"));
-        QTRY_COMPARE(typed(), QStringLiteral("日本語ＡＢ"));
-    }
-
-    void detachedWindowGetsKeysDirectly()
-    {
-        pad->edit->clear();
-        ime->Dissociate();
-        KeySender::send(QStringLiteral("ni"));
-        QTRY_COMPARE(typed(), QStringLiteral("ni"));
-        ime->Associate();
-        pad->edit->clear();
-        KeySender::send(QStringLiteral("ni{ENTER}"));
-        QTRY_COMPARE(typed(), QStringLiteral("に"));
-        ime->setEnabled(false);
-        QCOMPARE(IME::IMEStatus(), 0);
-    }
-
-    void padHiraganaComposeAndConvertToKanji()
+    void thePadTypesJapaneseThroughTheInputMethod()
     {
         pad->focus(pad->edit);
-        QTRY_VERIFY(!pad->dialog->MiniChannels[16]->isChecked());
         pad->clickButton(16);
         QTRY_COMPARE(IME::IMEStatus(), 4);
         QTRY_VERIFY(pad->dialog->MiniChannels[16]->isChecked());
+        QVERIFY(ime->Enabled());
         // Each key tells its host the input method's mode, which a title
         // field of the document follows.
         QList<qint32> statuses;
         auto watch = connect(pad->dialog, &InfoDlg::KeyCheck, this,
                              [&statuses](qint32 &status, qint32 &, QString &) { statuses.append(status); });
-        pad->clickKeys(KeyTable::Hiragana, {{1, 1}});
-        disconnect(watch);
-        QCOMPARE(statuses, QList<qint32>{4});
-        pad->clickButton(20);
-        QTRY_COMPARE(composing(), QString());
-        pad->clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}});   // に ほ ん ご
-        QTRY_COMPARE(composing(), QStringLiteral("にほんご"));
-        QCOMPARE(typed(), QString());
-        pad->clickButton(17);   // convert
-        QTRY_COMPARE(composing(), QStringLiteral("日本語"));
-        pad->clickButton(19);   // apply
-        QTRY_COMPARE(typed(), QStringLiteral("日本語"));
-        verifyFocusStayed();
-        // The alphabet types full width while the input method is on.
-        pad->clickKeys(KeyTable::Alpha, {{1, 1}, {13, 4}, {17, 1}});
-        QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７"));
-    }
-
-    void padSpaceConvertsAndCancelGoesBack()
-    {
         pad->clickKeys(KeyTable::Hiragana, {{2, 1}, {10, 3}, {12, 2}});   // か ん じ
+        disconnect(watch);
+        QCOMPARE(statuses, QList<qint32>({4, 4, 4}));
         QTRY_COMPARE(composing(), QStringLiteral("かんじ"));
         pad->clickButton(1);    // space converts
         QTRY_VERIFY(composing() != QStringLiteral("かんじ") && !composing().isEmpty());
@@ -136,24 +74,30 @@ private slots:
         QTRY_COMPARE(composing(), QStringLiteral("かんじ"));
         pad->clickButton(20);   // and the composition
         QTRY_COMPARE(composing(), QString());
-        QCOMPARE(typed(), QStringLiteral("日本語Ａｚ７"));
-        // A key without romaji types its kana as they are, after what was composed.
+
+        pad->clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}});   // に ほ ん ご
+        QTRY_COMPARE(composing(), QStringLiteral("にほんご"));
+        QCOMPARE(typed(), QString());
+        pad->clickButton(17);   // convert
+        QTRY_COMPARE(composing(), QStringLiteral("日本語"));
+        pad->clickButton(19);   // apply
+        QTRY_COMPARE(typed(), QStringLiteral("日本語"));
+        QCOMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
+        verifyFocusStayed();
+        // The alphabet types full width while the input method is on; a key
+        // without romaji types its kana as they are, after what was composed.
+        pad->clickKeys(KeyTable::Alpha, {{1, 1}, {13, 4}, {17, 1}});
         pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
         QTRY_COMPARE(composing(), QStringLiteral("に"));
         pad->clickKeys(KeyTable::Hiragana, {{20, 3}});   // 『
         QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７に『"));
         QCOMPARE(composing(), QString());
-    }
-
-    void padOffAgainTheKanaAreTypedDirectly()
-    {
-        pad->clickButton(16);
-        QTRY_COMPARE(IME::IMEStatus(), 0);
-        QTRY_VERIFY(!pad->dialog->MiniChannels[16]->isChecked());
-        pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
-        pad->clickKeys(KeyTable::Alpha, {{1, 1}});
-        QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７に『にA"));
         verifyFocusStayed();
+
+        // Switched off from the program, the pad's button follows.
+        ime->setEnabled(false);
+        QCOMPARE(IME::IMEStatus(), 0);
+        QTRY_VERIFY(!pad->dialog->MiniChannels[16]->isChecked());
     }
 };
 
