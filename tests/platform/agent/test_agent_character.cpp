@@ -130,20 +130,6 @@ private slots:
         QVERIFY(character.animations.isEmpty());
     }
 
-    void windowsFloatWithoutTakingTheFocus()
-    {
-        Lantern character;
-        for (QWidget *window : {static_cast<QWidget *>(character.window()), static_cast<QWidget *>(character.balloon())}) {
-            QCOMPARE(window->windowType(), Qt::Tool);
-            QVERIFY(window->windowFlags().testFlags(Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint
-                                                    | Qt::WindowDoesNotAcceptFocus));
-            QVERIFY(window->testAttribute(Qt::WA_TranslucentBackground));
-            QVERIFY(window->testAttribute(Qt::WA_ShowWithoutActivating));
-            QCOMPARE(window->focusPolicy(), Qt::NoFocus);
-        }
-        QVERIFY(character.balloon()->windowFlags().testFlag(Qt::WindowTransparentForInput));
-    }
-
     void voiceMustBeInstalled()
     {
         Lantern character;

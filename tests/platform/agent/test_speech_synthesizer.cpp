@@ -1,10 +1,9 @@
 #include "platform/agent/SpeechSynthesizer.h"
+#include "platform/agent/SpeechText.h"
 #include "platform/agent/Voice.h"
 #include "platform/agent/WaveAudio.h"
 
-#include <QFile>
 #include <QSignalSpy>
-#include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -94,21 +93,43 @@ private slots:
         QVERIFY(synthesize(QStringLiteral("「」")).isEmpty());
     }
 
-    void espeakStandsInForOpenJTalk()
+    void pauseTagsSplitTheText()
     {
-        const QString espeak = QStandardPaths::findExecutable(QStringLiteral("espeak-ng"));
-        if (espeak.isEmpty())
-            QSKIP("espeak-ng is not installed");
-        const QByteArray path = qgetenv("PATH");
-        QTemporaryDir bin;
-        QVERIFY(QFile::link(espeak, bin.filePath(QStringLiteral("espeak-ng"))));
-        qputenv("PATH", bin.path().toUtf8());
-        const Voice::Engine engine = Voice::installedEngine();
-        const WaveAudio audio = synthesize(QStringLiteral("こんにちは\\Pau=1000\\さようなら"));
-        qputenv("PATH", path);
-        QCOMPARE(engine, Voice::Engine::EspeakNg);
-        QCOMPARE(audio.sampleRate(), 22050); // espeak-ng's own rate: this clip is not Open JTalk's
-        QVERIFY(audio.durationMs() > 1500 && audio.rms() > 500);
+        const QList<SpeechText::Piece> pieces = SpeechText::split(QStringLiteral("\\Pau=1000\\あいう\\Pau=1000\\漢字。\\pau=250\\ "));
+        QCOMPARE(pieces.size(), 5);
+        QCOMPARE(pieces.at(0).pauseMs, 1000);
+        QCOMPARE(pieces.at(1).text, QStringLiteral("あいう"));
+        QCOMPARE(pieces.at(2).pauseMs, 1000);
+        QCOMPARE(pieces.at(3).text, QStringLiteral("漢字。"));
+        QCOMPARE(pieces.at(4).pauseMs, 250);
+        QCOMPARE(SpeechText::displayText(QStringLiteral("\\Pau=1000\\あいう\\Pau=1000\\漢字")), QStringLiteral("あいう漢字"));
+        QCOMPARE(SpeechText::split(QStringLiteral("こんにちは")).size(), 1);
+    }
+
+    void clockTimesAreReadAsTimes_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("reading");
+        QTest::newRow("long date and time") << "2026年11月23日 11:16" << "2026年11月23日 11時16分";
+        QTest::newRow("leading zeros") << "09:05" << "9時5分";
+        QTest::newRow("on the hour") << "12:00" << "12時";
+        QTest::newRow("not times") << "比 3:2 と 123:45" << "比 3:2 と 123:45";
+    }
+
+    void clockTimesAreReadAsTimes()
+    {
+        QFETCH(QString, text);
+        QTEST(Voice::reading(text), "reading");
+    }
+
+    void bothJapaneseModeIdsNameTheVoice()
+    {
+        QCOMPARE(Voice::japaneseModeIds().size(), 2);
+        if (Voice::installedEngine() == Voice::Engine::None)
+            QSKIP("no voice installed");
+        QVERIFY(Voice::isInstalled(QStringLiteral("{A778E061-A936-11D1-B17B-0020AFED142E}")));
+        QVERIFY(Voice::isInstalled(QStringLiteral("{a778e060-a936-11d1-b17b-0020afed142e}")));
+        QVERIFY(!Voice::isInstalled(QStringLiteral("{CA141FD0-AC7F-11D1-97A3-006008273000}")));
     }
 };
 
