@@ -3,7 +3,6 @@
 #include "platform/agent/AgentCharacter.h"
 #include "platform/agent/AgentControl.h"
 #include "platform/agent/Voice.h"
-#include "platform/vb/VbFormat.h"
 #include "platform/vb/VbRandom.h"
 
 #include <QDir>
@@ -80,7 +79,6 @@ private slots:
     {
         QTest::addColumn<QString>("command");
         QTest::addColumn<QString>("written");
-        QTest::newRow("hello!") << "hello!" << "Hello!";
         QTest::newRow("HELLO!") << "HELLO!" << "Hello!";
         QTest::newRow("date") << "what's the date today?" << "What's The Date Today?";
         QTest::newRow("home") << "let's go home, please." << "Let's Go Home, Please.";
@@ -150,13 +148,13 @@ private slots:
         AgentCharacter &character = loadLantern();
         for (const QString &question : {"What's the date today?", "What time is it now?"}) {
             character.clearRequestLog();
-            const QDateTime at = QDateTime::currentDateTime();
             say(question);
             const QStringList log = character.requestLog();
             QCOMPARE(log.value(0), QStringLiteral("Get State Speaking"));
             const QString spoken = log.value(1);
-            QVERIFY2(spoken.startsWith("Speak " + VbFormat::dateTime(at, QStringLiteral("Long Date")) + u' '), qPrintable(spoken));
-            QVERIFY(QRegularExpression(QStringLiteral("^Speak \\d{4}年\\d{1,2}月\\d{1,2}日 \\d\\d:\\d\\d$")).match(spoken).hasMatch());
+            // The present date in the long form and the time in the short one.
+            const QString today = QDate::currentDate().toString(QStringLiteral("yyyy年M月d日"));
+            QVERIFY2(QRegularExpression("^Speak " + today + " \\d\\d:\\d\\d$").match(spoken).hasMatch(), qPrintable(spoken));
             QCOMPARE(log.mid(2), restEnding(log.value(4).mid(5)));
         }
     }

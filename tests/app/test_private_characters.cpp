@@ -1,6 +1,7 @@
 #include "app/PrivateCharacters.h"
 #include "app/Registry.h"
 #include "platform/EudcFontLink.h"
+#include "support/EudcValues.h"
 
 #include <QFile>
 #include <QFontDatabase>
@@ -16,15 +17,6 @@ class PrivateCharactersTest : public QObject
 
     const QString programFolder = QStringLiteral(LANTERN_PROGRAM_DIR);
     const QString mine = QStringLiteral("/home/user/fonts/MINE.TTE");
-
-    // "SystemDefaultEUDCFont" and "~SystemDefaultEUDCFont" of "EUDC\932".
-    static QStringList values()
-    {
-        Registry registry;
-        QString key = QStringLiteral("EUDC\\932");
-        registry.Load(key);
-        return {registry.Data("SystemDefaultEUDCFont").toString(), registry.Data("~SystemDefaultEUDCFont").toString()};
-    }
 
     static void setCurrent(const QString &text)
     {
@@ -46,7 +38,7 @@ private slots:
     {
         setCurrent(mine);
         PrivateCharacters::Link(true, programFolder);
-        QCOMPARE(values(), QStringList({programFolder + "/SKIN/USERFONT/EUDC.TTE", mine}));
+        QCOMPARE(eudcValues(), QStringList({programFolder + "/SKIN/USERFONT/EUDC.TTE", mine}));
         QFile config(EudcFontLink::configPath());
         QVERIFY(config.open(QIODevice::ReadOnly));
         const QByteArray text = config.readAll();
@@ -56,10 +48,10 @@ private slots:
         // A second "on" finds the backup and changes nothing.
         setCurrent(programFolder + "/SKIN/USERFONT/OTHER.TTE");
         PrivateCharacters::Link(true, programFolder);
-        QCOMPARE(values(), QStringList({programFolder + "/SKIN/USERFONT/OTHER.TTE", mine}));
+        QCOMPARE(eudcValues(), QStringList({programFolder + "/SKIN/USERFONT/OTHER.TTE", mine}));
 
         PrivateCharacters::Link(false, programFolder);
-        QCOMPARE(values(), QStringList({mine, QString()}));
+        QCOMPARE(eudcValues(), QStringList({mine, QString()}));
         // The user's font does not exist here, so nothing is linked any more.
         QVERIFY(!QFile::exists(EudcFontLink::configPath()));
     }
@@ -70,7 +62,7 @@ private slots:
         PrivateCharacters::Link(true, programFolder);
         setCurrent("/usr/share/fonts/chosen/USER.TTE");
         PrivateCharacters::Link(false, programFolder);
-        QCOMPARE(values(), QStringList({"/usr/share/fonts/chosen/USER.TTE", mine}));
+        QCOMPARE(eudcValues(), QStringList({"/usr/share/fonts/chosen/USER.TTE", mine}));
     }
 
     void theGlyphsRenderWhileLinked()

@@ -2,7 +2,6 @@
 // the rows of its lists, with the real document store under a private HOME.
 #include "app/Globals.h"
 #include "app/PrivateCharacters.h"
-#include "app/Registry.h"
 #include "app/SettingsStore.h"
 #include "documents/Database.h"
 #include "documents/DatabaseApplet.h"
@@ -18,6 +17,7 @@
 #include "workspace/SideMenuBar.h"
 #include "workspace/WelcomeBox.h"
 #include "workspace/Workspace.h"
+#include "support/EudcValues.h"
 #include "support/FileSizeLimit.h"
 
 #include <QDBusInterface>
@@ -567,15 +567,7 @@ private slots:
     // next one leaves the link as it is. Unloading takes the link back.
     void fontLinkGuard()
     {
-        const auto linked = [] {
-            Registry registry;
-            registry.RootKey = Registry::HKEY_CURRENT_USER;
-            QString key = QString::fromLatin1(PrivateCharacters::Key);
-            registry.Load(key);
-            const QString font = registry.Data(QString::fromLatin1(PrivateCharacters::Current)).toString();
-            registry.Unload();
-            return font == PrivateCharacters::fontPath(QCoreApplication::applicationDirPath());
-        };
+        const auto linked = [] { return eudcValues().first() == PrivateCharacters::fontPath(QCoreApplication::applicationDirPath()); };
         cleanup();
         QVERIFY(!SettingsStore::Runtime() && !linked());
         for (const bool leftOver : {false, true}) {
