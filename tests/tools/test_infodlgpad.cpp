@@ -1,4 +1,3 @@
-#include "app/Globals.h"
 #include "app/SettingsStore.h"
 #include "tools/IME.h"
 #include "tools/KeypadView.h"
@@ -206,16 +205,6 @@ private slots:
         QCOMPARE(dialog->currentPad(), 15);
     }
 
-    void movementButtonsRepeatWhileHeld()
-    {
-        pad->focus(pad->edit, QString(40, u'x'));
-        QTest::mousePress(dialog->MiniChannels[4], Qt::LeftButton);
-        QTest::qWait(1200);
-        QTest::mouseRelease(dialog->MiniChannels[4], Qt::LeftButton);
-        PadDriver::settle();
-        QVERIFY2(pad->edit->textCursor().position() <= 35, qPrintable(QString::number(pad->edit->textCursor().position())));
-    }
-
     void tipsAreExact()
     {
         const QString convert = QStringLiteral("クリックすると、入力した かな を漢字に変換します。\n繰り返しクリックすると、次の候補になります。");
@@ -242,18 +231,6 @@ private slots:
             QCOMPARE(InfoDlg::tip(index), text);
             QCOMPARE(dialog->MiniChannels[index]->toolTip(), text);
         }
-    }
-
-    void howToTellsTheTipWhenTheMouseComes()
-    {
-        QSignalSpy howTo(dialog, &InfoDlg::HowTo);
-        QEvent enter(QEvent::Enter);
-        Globals::HowToOn = true;
-        QCoreApplication::sendEvent(dialog->MiniChannels[10], &enter);
-        Globals::HowToOn = false;
-        QCoreApplication::sendEvent(dialog->MiniChannels[10], &enter);
-        QCOMPARE(howTo.size(), 1);
-        QCOMPARE(howTo.at(0).at(1).toString(), InfoDlg::tip(10));
     }
 
     void keysAreDrawnAtTheScaleAndLightWhilePressed()
