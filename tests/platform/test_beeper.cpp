@@ -43,8 +43,8 @@ private slots:
     }
 
     // Without a device beeping returns at once, quietly, and may be repeated;
-    // the chime is written to the cache once, and a damaged copy is replaced.
-    void chimeFileIsWrittenOnceAndRepaired()
+    // the chime is written to the cache once.
+    void chimeFileIsWrittenOnce()
     {
         for (int i = 0; i < 3; ++i)
             Beeper::beep();
@@ -55,11 +55,6 @@ private slots:
         QTest::qWait(20);
         QCOMPARE(Beeper::chimePath(), path);
         QCOMPARE(QFileInfo(path).lastModified(), written);
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate) && file.write("RIFF") == 4);
-        file.close();
-        QCOMPARE(Beeper::chimePath(), path);
-        QCOMPARE(readAll(path), Beeper::chimeWave());
     }
 };
 

@@ -6,7 +6,6 @@
 #include <QMediaDevices>
 #include <QMediaPlayer>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 // What a listener would hear: music and the beep played into a sound server
@@ -62,31 +61,6 @@ private slots:
         Beeper::beep();
         QTRY_VERIFY_WITH_TIMEOUT(sounding(), 10000);
         QTRY_VERIFY_WITH_TIMEOUT(!sounding(), 10000);
-    }
-
-    void damagedCachedTuneIsRenderedAgain()
-    {
-        QTemporaryDir dir;
-        const QString tune = dir.filePath(QStringLiteral("tune.mid"));
-        QVERIFY(QFile::copy(m_tune, tune));
-        const QString cached = MusicPlayer::cachedWavePath(tune);
-        QVERIFY(QDir().mkpath(MusicPlayer::cacheFolder()));
-        QFile file(cached);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(QByteArray(64 * 1024, 'x')) > 0);
-        file.close();
-        MusicPlayer player;
-        QSignalSpy failed(&player, &MusicPlayer::failed);
-        QSignalSpy started(&player, &MusicPlayer::started);
-        QSignalSpy renderStarted(&player, &MusicPlayer::renderStarted);
-        player.play(tune);
-        QCOMPARE(renderStarted.count(), 0);
-        QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, 10000);
-        QVERIFY(!player.isPlaying() && !QFileInfo::exists(cached));
-        player.play(tune);
-        QCOMPARE(renderStarted.count(), 1);
-        QTRY_COMPARE_WITH_TIMEOUT(started.count(), 1, 60000);
-        QTRY_VERIFY_WITH_TIMEOUT(sounding(), 10000);
-        player.stop();
     }
 };
 
