@@ -128,7 +128,6 @@ private slots:
         SettingsStore::Save();
         SettingsStore::reload();
         QCOMPARE(SettingsStore::get("Database Settings", "Recent", QString()), QStringLiteral("kept"));
-        QCOMPARE(SettingsStore::get("Skin Settings", "Music", QString()), QStringLiteral("False"));
     }
 
     void runtimeFlagKeyListAndReset()

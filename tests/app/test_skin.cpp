@@ -4,7 +4,8 @@
 #include <QTest>
 
 // The skin the build draws and composes beside the program, under the names
-// the settings, the theme buttons and the control sounds look for.
+// the settings, the theme buttons and the control sounds look for (the tune is
+// played from there by the music player's own suite).
 class SkinTest : public QObject
 {
     Q_OBJECT
@@ -18,7 +19,7 @@ private slots:
         QTest::newRow("WELCOME.BMP") << "WELCOME.BMP";
         for (const char *stem : {"ｳｪﾌﾞﾛｸﾞ", "ﾏｲﾅｽｲｵﾝ", "ｵｰｶﾞﾆｯｸ", "ｸｰﾙﾋﾞｽﾞ", "ｾﾚﾌﾞﾘﾃｨ"})
             QTest::newRow(stem) << QStringLiteral("CG/%1.JPEG").arg(QString::fromUtf8(stem));
-        for (const char *name : {"1.WAV", "2.WAV", "3.WAV", "2.MIDI"})
+        for (const char *name : {"1.WAV", "2.WAV", "3.WAV"})
             QTest::newRow(name) << name;
     }
 
@@ -31,9 +32,6 @@ private slots:
         if (path.endsWith(".WAV")) {
             QVERIFY(head.startsWith("RIFF") && head.mid(8, 8) == "WAVEfmt ");
             QVERIFY(file.size() > 44 + 2000); // some tens of milliseconds of sound
-        } else if (path.endsWith(".MIDI")) {
-            QVERIFY(head.startsWith("MThd"));
-            QVERIFY((head + file.readAll()).contains("MTrk"));
         } else {
             QImageReader reader(file.fileName());
             QVERIFY2(reader.read().size() == QSize(1920, 1080), qPrintable(reader.errorString()));
