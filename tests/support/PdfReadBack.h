@@ -1,25 +1,54 @@
 #pragma once
 
+#include "support/ToolOutput.h"
+
 #include <QList>
 #include <QRectF>
+#include <QRegularExpression>
 #include <QString>
 
 // Reads a printed PDF back with poppler's tools: its words with their boxes
 // (pdftotext -bbox) and its summary (pdfinfo).
-class PdfReadBack
-{
-public:
-    // One word, its box in centimetres from the sheet's top-left corner.
-    struct Word
-    {
-        QString text;
-        QRectF box;
-    };
+namespace PdfReadBack {
 
-    // The words of one page (counted from 1); none when the file cannot be read.
-    static QList<Word> words(const QString &pdf, int page = 1);
-    // What pdfinfo prints: "Pages:", "Page size:" and the rest.
-    static QString info(const QString &pdf);
-    // -1 when the file cannot be read.
-    static int pageCount(const QString &pdf);
+// One word, its box in centimetres from the sheet's top-left corner.
+struct Word
+{
+    QString text;
+    QRectF box;
 };
+
+// The words of one page (counted from 1); none when the file cannot be read.
+inline QList<Word> words(const QString &pdf, int page = 1)
+{
+    constexpr double pointsPerCm = 72 / 2.54;
+    const QString html = toolOutput(QStringLiteral("pdftotext"),
+                                    { QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+                                      QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-") });
+    static const QRegularExpression word(QStringLiteral(
+        R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re"));
+    QList<Word> found;
+    for (auto it = word.globalMatch(html); it.hasNext();) {
+        const auto m = it.next();
+        const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
+        const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
+        found.append({ m.captured(5), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
+    }
+    return found;
+}
+
+// What pdfinfo prints: "Pages:", "Page size:" and the rest.
+inline QString info(const QString &pdf)
+{
+    return toolOutput(QStringLiteral("pdfinfo"), { pdf });
+}
+
+// -1 when the file cannot be read.
+inline int pageCount(const QString &pdf)
+{
+    static const QRegularExpression pages(QStringLiteral("^Pages:\\s+(\\d+)$"), QRegularExpression::MultilineOption);
+    const auto match = pages.match(info(pdf));
+    return match.hasMatch() ? match.captured(1).toInt() : -1;
+}
+
+} // namespace PdfReadBack

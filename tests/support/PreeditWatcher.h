@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QInputMethodEvent>
 #include <QObject>
 #include <QString>
 
@@ -7,11 +8,20 @@
 class PreeditWatcher : public QObject
 {
 public:
-    explicit PreeditWatcher(QObject *watched);
+    explicit PreeditWatcher(QObject *watched)
+        : QObject(watched)
+    {
+        watched->installEventFilter(this);
+    }
     QString preedit() const { return m_preedit; }
 
 protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::InputMethod)
+            m_preedit = static_cast<QInputMethodEvent *>(event)->preeditString();
+        return QObject::eventFilter(watched, event);
+    }
 
 private:
     QString m_preedit;
