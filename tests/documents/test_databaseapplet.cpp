@@ -24,15 +24,8 @@ namespace {
 // Whether no character of the box is coloured, marked or underlined.
 bool allPlain(QTextDocument *document)
 {
-    for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
-        for (QTextBlock::iterator it = block.begin(); !it.atEnd(); ++it) {
-            const QTextCharFormat format = it.fragment().charFormat();
-            if (format.hasProperty(QTextFormat::ForegroundBrush) || format.hasProperty(QTextFormat::BackgroundBrush)
-                || format.fontUnderline())
-                return false;
-        }
-    }
-    return true;
+    const QString html = document->toHtml();
+    return !html.contains(QLatin1String("color:")) && !html.contains(QLatin1String("underline"));
 }
 
 // Types the text, a line feed as the Return key.
