@@ -121,7 +121,6 @@ private slots:
         const QStringList hello{"StopAll", "Get State Showing", "Show", "Get Animation Greet", "Play Greet",
                                 "Get State Speaking", "Speak " + Greeting};
         QTest::newRow("hello!") << 0 << QStringList{"hello!"} << hello + restEnding("Blink") << true;
-        QTest::newRow("HELLO!") << 0 << QStringList{"HELLO!"} << hello + restEnding("Blink") << true;
         QTest::newRow("first pose") << 3 << QStringList{"Hello!"} << hello + restEnding("RestPose") << true;
         QTest::newRow("bye!") << 3 << QStringList{"Hello!", "bye!"}
                               << hello + restEnding("RestPose")
