@@ -22,14 +22,8 @@ SHOTS = os.path.join(os.environ.get("LANTERN_BUILD_DIR", "/tmp"), "screenshots")
 CONFIG = os.environ.get("XDG_CONFIG_HOME", "")
 DATA = os.environ.get("XDG_DATA_HOME", "")
 DOCUMENTS = os.path.join(DATA, "Fernwick", "Nib")
+JOURNAL = os.path.join(os.environ.get("XDG_STATE_HOME", ""), "lantern", "recovery")
 HEADER = re.compile(r'^"(.*)",#(\d{4}-\d\d-\d\d(?: \d\d:\d\d:\d\d)?)#\r\n', re.S)
-
-
-def own_session():
-    # Re-runs the calling script inside a private session bus, once.
-    if not os.environ.get("LANTERN_E2E_SESSION"):
-        os.environ["LANTERN_E2E_SESSION"] = "1"
-        os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable] + sys.argv)
 
 
 def poll(probe, timeout):
@@ -41,25 +35,13 @@ def poll(probe, timeout):
     return found
 
 
-def start_display(width, height):
-    # A private Xvfb of that size, which picks a free display itself.
-    read_fd, write_fd = os.pipe()
-    xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_fd), "-screen", "0", f"{width}x{height}x24",
-                             "-nolisten", "tcp", "-noreset"], pass_fds=(write_fd,), stdout=subprocess.DEVNULL,
-                            stderr=subprocess.DEVNULL)
-    os.close(write_fd)
-    with os.fdopen(read_fd) as pipe:
-        return xvfb, ":" + pipe.readline().strip()
-
-
-def write_settings(**sections):
-    # Without arguments: no character and no music, hints on, Smart Pencil off.
-    sections = sections or {"Skin Settings": {"Graphic": "False", "Music": "False"},
-                            "Settings": {"How-to": "True", "Smart Pencil": "False"}}
+def write_settings(graphic="False", smart_pencil="False", hints="True"):
+    # By default no character and no music, hints on, Smart Pencil off; hints
+    # None leaves them out.
+    how_to = f"How-to={hints}\n" if hints else ""
     os.makedirs(CONFIG, exist_ok=True)
     with open(os.path.join(CONFIG, "Fernwick Nib 2007.ini"), "w", encoding="utf-8") as ini:
-        for section, keys in sections.items():
-            ini.write(f"[{section}]\n" + "".join(f"{key}={value}\n" for key, value in keys.items()))
+        ini.write(f"[Skin Settings]\nGraphic={graphic}\nMusic=False\n[Settings]\n{how_to}Smart Pencil={smart_pencil}\n")
 
 
 def document_files():
@@ -95,18 +77,21 @@ def rtfconv(option, path):
 
 
 def run(journeys, tools=()):
-    # Each journey starts from no documents and the default settings; a
-    # missing tool skips the script (77).
+    # Each journey starts from no documents, no recovery journal and the
+    # default settings, in a session bus of its own; a missing tool skips the
+    # script (77).
     missing = [tool for tool in ("Xvfb", "xdotool", "dbus-run-session", *tools) if not shutil.which(tool)]
     if missing:
         print("missing", *missing)
         sys.exit(77)
-    own_session()
+    if not os.environ.get("LANTERN_E2E_SESSION"):
+        os.environ["LANTERN_E2E_SESSION"] = "1"
+        os.execvp("dbus-run-session", ["dbus-run-session", "--", sys.executable] + sys.argv)
     for journey in journeys:
         if os.environ.get("LANTERN_JOURNEY", journey.__name__) != journey.__name__:
             continue
         print(f"--- {journey.__name__}")
-        for path in document_files():
+        for path in document_files() + glob.glob(os.path.join(JOURNAL, "*")):
             os.remove(path)
         write_settings()
         try:
@@ -130,13 +115,13 @@ def _full_disk(limit):
 class Lantern:
     # The running program on one display.
 
-    def __init__(self, display, args=(), file_size_limit=None):
+    def __init__(self, display, file_size_limit=None):
         import pyatspi
         self.pyatspi = pyatspi
         self.display = display
         self.env = dict(os.environ, DISPLAY=display, QT_QPA_PLATFORM="xcb", QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1")
         self.log = open(os.path.join(os.environ["HOME"], "lantern.log"), "a")
-        self.process = subprocess.Popen([PROGRAM, *args], env=self.env, stdout=self.log, stderr=self.log,
+        self.process = subprocess.Popen([PROGRAM], env=self.env, stdout=self.log, stderr=self.log,
                                         preexec_fn=_full_disk(file_size_limit) if file_size_limit else None)
 
         def ours(app):
@@ -177,18 +162,18 @@ class Lantern:
         return poll(lambda: next((node for w in self.app if w is not None and window in (None, w.name)
                                   for node in self.nodes(w) if matches(node)), None), timeout)
 
-    def find_all(self, predicate):
-        return [n for n in self.nodes() if self.showing(n) and predicate(n)]
+    def find_all(self, predicate, timeout=0):
+        return poll(lambda: [n for n in self.nodes() if self.showing(n) and predicate(n)], timeout)
 
-    def by_description(self, description, role="push button", timeout=5):
-        found = poll(lambda: self.find_all(lambda n: n.getRoleName() == role and n.description == description), timeout)
+    def by_description(self, description, timeout=5):
+        found = self.find_all(lambda n: n.getRoleName() == "push button" and n.description == description, timeout)
         return found[0] if found else None
 
     def editor(self, timeout=5):
         # The document's rich-text box: the showing multi-line text.
-        return poll(lambda: next((n for n in self.nodes() if n.getRoleName() in ("text", "paragraph")
-                                  and self.showing(n) and n.getState().contains(self.pyatspi.STATE_MULTI_LINE)),
-                                 None), timeout)
+        found = self.find_all(lambda n: n.getRoleName() in ("text", "paragraph")
+                              and n.getState().contains(self.pyatspi.STATE_MULTI_LINE), timeout)
+        return found[0] if found else None
 
     def open_blank(self, text=None, timeout=20):
         # Opens the blank template from the welcome box and types the text
@@ -278,9 +263,6 @@ class Lantern:
         except NotImplementedError:
             return node.name
 
-    def caret_of(self, node):
-        return node.queryText().caretOffset
-
     def wait_until(self, condition, timeout=5):
         return bool(poll(condition, timeout))
 
@@ -300,15 +282,21 @@ class Lantern:
 
 
 @contextlib.contextmanager
-def Screen(width, height, args=(), file_size_limit=None):
-    # A private display with the program on it, for a `with` block.
-    xvfb, display = start_display(width, height)
+def Screen(width, height, file_size_limit=None):
+    # The program on a private Xvfb of that size (which picks a free display
+    # itself), for a `with` block.
+    read_fd, write_fd = os.pipe()
+    xvfb = subprocess.Popen(["Xvfb", "-displayfd", str(write_fd), "-screen", "0", f"{width}x{height}x24",
+                             "-nolisten", "tcp", "-noreset"], pass_fds=(write_fd,), stdout=subprocess.DEVNULL,
+                            stderr=subprocess.DEVNULL)
+    os.close(write_fd)
+    lantern = None
     try:
-        lantern = Lantern(display, args, file_size_limit)
-        try:
-            yield lantern
-        finally:
-            lantern.kill()
+        with os.fdopen(read_fd) as pipe:
+            lantern = Lantern(":" + pipe.readline().strip(), file_size_limit)
+        yield lantern
     finally:
+        if lantern is not None:
+            lantern.kill()
         xvfb.terminate()
         xvfb.wait()

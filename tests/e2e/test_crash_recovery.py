@@ -1,7 +1,7 @@
-"""Writing survives a crash: the program is killed (SIGKILL) a few seconds
-after the user stopped typing, into a new document and into a reopened one;
-started again, the welcome box offers the text back, one click opens it as the
-document it was, and saving it leaves nothing more to offer."""
+# Writing survives a crash: the program is killed (SIGKILL) a few seconds
+# after the user stopped typing, into a new document and into a reopened one;
+# started again, the welcome box offers the text back, one click opens it as
+# the document it was, and saving it leaves nothing more to offer.
 import glob
 import os
 import sys
@@ -9,13 +9,9 @@ import time
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import driver  # noqa: E402
+from checks import check  # noqa: E402
+from driver import JOURNAL, Screen, document_files, read_document, write_document  # noqa: E402
 
-driver.own_session()
-
-from checks import check, summary  # noqa: E402
-from driver import Screen, document_files, read_document, write_document, write_settings  # noqa: E402
-
-JOURNAL = os.path.join(os.environ.get("XDG_STATE_HOME", ""), "lantern", "recovery")
 OFFER = "その文章を開く"
 # 120 characters, as a user types them.
 WRITING = ("Dear grandchild, the plum tree by the gate is in flower again. "
@@ -23,12 +19,8 @@ WRITING = ("Dear grandchild, the plum tree by the gate is in flower again. "
 assert len(WRITING) == 120
 
 
-def offer(lantern, timeout=10):
-    return lantern.find(OFFER, "push button", timeout=timeout)
-
-
 def killed_after_writing(lantern, editor, title=None):
-    """Types into the document, waits three seconds, and kills the program."""
+    # Types into the document, waits three seconds, and kills the program.
     lantern.click(editor)
     lantern.xdotool("key", "ctrl+End")
     lantern.type(WRITING)
@@ -49,7 +41,7 @@ def a_new_document_killed():
     check("the killed program saved no document", document_files() == [], document_files())
 
     with Screen(1366, 768) as lantern:
-        button = offer(lantern)
+        button = lantern.find(OFFER, "push button")
         if not check("started again, the welcome box offers the writing back", button is not None):
             return
         check("the offer names the document",
@@ -69,7 +61,7 @@ def a_new_document_killed():
 
     with Screen(1366, 768) as lantern:
         lantern.find("白紙の文書", "table cell", exact=False, timeout=20)
-        check("when nothing was lost, nothing is offered", offer(lantern, timeout=3) is None)
+        check("when nothing was lost, nothing is offered", lantern.find(OFFER, "push button", timeout=3) is None)
 
 
 def a_reopened_document_killed():
@@ -87,7 +79,7 @@ def a_reopened_document_killed():
         check("the killed program left the file as it was", f.read() == before)
 
     with Screen(1920, 1080) as lantern:
-        button = offer(lantern)
+        button = lantern.find(OFFER, "push button")
         if not check("the welcome box offers the writing back", button is not None):
             return
         lantern.screenshot("crash-recovery-offer-1920x1080")
@@ -101,15 +93,5 @@ def a_reopened_document_killed():
         check("with its title and all the writing", title == "Letter" and "Hello." + WRITING in body, body)
 
 
-def main():
-    for journey in (a_new_document_killed, a_reopened_document_killed):
-        print(f"--- {journey.__name__}")
-        for leftover in document_files() + glob.glob(os.path.join(JOURNAL, "*")):
-            os.remove(leftover)
-        write_settings()
-        journey()
-    return summary()
-
-
 if __name__ == "__main__":
-    sys.exit(main())
+    driver.run([a_new_document_killed, a_reopened_document_killed])

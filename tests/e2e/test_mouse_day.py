@@ -74,11 +74,12 @@ def moving_up_and_down_with_the_pad_arrows():
         down = lantern.find("↓", "push button", window=PAD)
         check("the pad shows its arrows", up is not None and down is not None)
         lantern.click(up)
-        check("↑ moves the caret one line up", 4 <= lantern.caret_of(editor) <= 7, lantern.caret_of(editor))
+        caret = editor.queryText()
+        check("↑ moves the caret one line up", 4 <= caret.caretOffset <= 7, caret.caretOffset)
         lantern.click(up)
-        check("↑ again reaches the first line", lantern.caret_of(editor) <= 3, lantern.caret_of(editor))
+        check("↑ again reaches the first line", caret.caretOffset <= 3, caret.caretOffset)
         lantern.hold(down, 1.5)
-        check("↓ held moves on to the last line", lantern.caret_of(editor) >= 8, lantern.caret_of(editor))
+        check("↓ held moves on to the last line", caret.caretOffset >= 8, caret.caretOffset)
         check("the arrows typed nothing", lantern.text_of(editor) == "one\ntwo\nthree", repr(lantern.text_of(editor)))
         lantern.click_named("閉じる", "push button", window=PAD)
         lantern.click_named("保存して閉じる")
@@ -124,8 +125,7 @@ def opening_the_pads_in_any_order():
 
 
 def smart_pencil_opens_the_pad_beside_the_calculator():
-    write_settings(**{"Skin Settings": {"Graphic": "False", "Music": "False"},
-                      "Settings": {"How-to": "True", "Smart Pencil": "True"}})
+    write_settings(smart_pencil="True")
     with Screen(1366, 768) as lantern:
         editor = lantern.open_blank()
         lantern.click_named("電卓", "push button", window=MAIN, pause=0.8)

@@ -30,15 +30,13 @@ write_settings() { mkdir -p "$XDG_CONFIG_HOME"; printf '%b' "$1" > "$settings"; 
 start_and_close() {
   "$program" "$@" 2>>"$log" &
   local pid=$!
-  if ! poll 20 shown "$title"; then
-    echo "  no window within 20 s; ended: $(ended "$pid" && echo yes || echo no)"
-    tail -n 5 "$log" | sed 's/^/  | /'
-    kill -9 "$pid" 2>/dev/null
-    return 1
+  if poll 20 shown "$title" && kill -TERM "$pid" && poll 10 ended "$pid"; then
+    wait "$pid"
+    return
   fi
-  kill -TERM "$pid"
-  poll 10 ended "$pid" || { echo "  still running 10 s after SIGTERM"; kill -9 "$pid"; return 1; }
-  wait "$pid" || { echo "  ended with status $?"; return 1; }
+  tail -n 5 "$log" | sed 's/^/  | /'
+  kill -9 "$pid" 2>/dev/null
+  return 1
 }
 
 # /C and /CLR delete the tree and end without a window: with no display at
