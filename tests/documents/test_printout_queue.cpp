@@ -1,15 +1,12 @@
 // Printing through a real print system: a private CUPS scheduler with a
-// cups-pdf queue. The printer list sees the queue, and the word processor's
-// printout, sent to the current printer as the print button does, comes out
-// as an A4 PDF of its sheets.
+// cups-pdf queue. The word processor's printout, sent to the current printer
+// as the print button does, comes out as an A4 PDF of its sheets.
 #include "documents/WordProcessor.h"
-#include "platform/PrinterList.h"
 #include "support/CupsSession.h"
 #include "support/PdfReadBack.h"
 #include "support/WordProcessorHost.h"
 #include "tools/Printing.h"
 
-#include <QPrinterInfo>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -24,17 +21,6 @@ class TestPrintoutQueue : public QObject
 private slots:
     void initTestCase() { LANTERN_START_CUPS_SESSION(m_cups); }
     void cleanupTestCase() { m_cups.stop(); }
-
-    void theMenuListsTheQueue()
-    {
-        const QList<PrinterList::Entry> printers = PrinterList::printers();
-        QCOMPARE(printers.size(), 1);
-        QCOMPARE(PrinterList::caption(printers.first()), u"PDF (Generic Cups-pdf Printer (w/ Options))"_s);
-        QCOMPARE(std::pair(PrinterList::defaultPrinter(), PrinterList::currentPrinter()), std::pair(u"PDF"_s, u"PDF"_s));
-        PrinterList::setCurrentPrinter(u"Gone"_s);   // not a printer here: the choice stays
-        QCOMPARE(std::pair(PrinterList::currentPrinter(), PrinterList::currentPrinterInfo().printerName()),
-                 std::pair(u"PDF"_s, u"PDF"_s));
-    }
 
     void aDocumentRunningOverItsBoxComesOutOnTwoSheets()
     {
