@@ -31,12 +31,6 @@ struct WordProcessorHost
     // A box of the given kind, placed in centimetres.
     static DocumentItem box(qint32 kind, float left, float top, float width, float height)
     {
-        DocumentItem item;
-        item.Left = left;
-        item.Top = top;
-        item.Width = width;
-        item.Height = height;
-        item.Kind = kind;
-        return item;
+        return DocumentItem{.Left = left, .Top = top, .Width = width, .Height = height, .Kind = kind};
     }
 };
