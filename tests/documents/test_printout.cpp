@@ -11,9 +11,7 @@
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QTextCursor>
 #include <QTextDocument>
-#include <QTextList>
 #include <QtTest>
 
 #include <algorithm>
@@ -57,22 +55,6 @@ QList<QPair<double, int>> linesOf(const QList<Word> &words)
     return lines;
 }
 
-// Appends a paragraph with its alignment, size and bullet.
-void addParagraph(QTextCursor &cursor, const QString &text, Qt::Alignment alignment = Qt::AlignLeft, double points = 12,
-                  bool bullet = false)
-{
-    if (!cursor.atStart())
-        cursor.insertBlock();
-    QTextBlockFormat block;
-    block.setAlignment(alignment);
-    cursor.setBlockFormat(block);
-    if (bullet)
-        cursor.createList(QTextListFormat::ListDisc);
-    QTextCharFormat characters;
-    characters.setFontPointSize(points);
-    cursor.insertText(text, characters);
-}
-
 const QString leftText = QStringLiteral("左寄せの段落です");
 const QString centredText = QStringLiteral("中央の見出し");
 const QString rightText = QStringLiteral("右寄せの署名");
@@ -88,7 +70,7 @@ class TestPrintout : public QObject
     std::unique_ptr<WordProcessorHost> m_fixture;
 
     DatabaseApplet *applet() const { return m_fixture->applet; }
-    QTextCursor cursorIn(int box) const { return QTextCursor(applet()->WordProcessors(box)->document()); }
+    WordProcessor *box(int number) const { return applet()->WordProcessors(number); }
 
     // Prints to a PDF file on paper without an unprintable edge; empty when nothing was printed.
     QString printToPdf(const QString &name)
@@ -133,11 +115,9 @@ private slots:
         DocumentRecord record = Database::NewDocument(Database::BlankTemplate); // box at 1.5, 2.0, 18 x 25.7 cm
         record.PaperSetting1 = paperCode;
         m_fixture->open(record);
-        QTextCursor cursor = cursorIn(1);
-        addParagraph(cursor, leftText);
-        addParagraph(cursor, centredText, Qt::AlignHCenter, 24);
-        addParagraph(cursor, rightText, Qt::AlignRight);
-        addParagraph(cursor, bulletText, Qt::AlignLeft, 12, true);
+        box(1)->setHtml(QStringLiteral("<p style=\"font-size:12pt\">%1</p><p align=\"center\" style=\"font-size:24pt\">%2</p>"
+                                       "<p align=\"right\" style=\"font-size:12pt\">%3</p><ul><li style=\"font-size:12pt\">%4</li></ul>")
+                            .arg(leftText, centredText, rightText, bulletText));
         applet()->setProperties(QStringLiteral("Zoom"), screenZoom);
         int defines = 0;
         connect(m_fixture->host.printing(), &Printing::Define, this, [&] { ++defines; });
@@ -179,10 +159,11 @@ private slots:
         record.page(1).Items.append(WordProcessorHost::box(DocumentItem::RichText, 4, 12, 10, 5));
         record.page(1).ItemCount = 2;
         m_fixture->open(record);
-        QTextCursor top = cursorIn(1), lower = cursorIn(2);
+        QStringList lines;
         for (int line = 1; line <= 20; ++line)
-            addParagraph(top, QStringLiteral("第%1行目の文章です").arg(line));
-        addParagraph(lower, centredText, Qt::AlignHCenter);
+            lines << QStringLiteral("第%1行目の文章です").arg(line);
+        box(1)->setPlainText(lines.join(QLatin1Char('\n')));
+        box(2)->setHtml(QStringLiteral("<p align=\"center\">%1</p>").arg(centredText));
 
         const QString pdf = printToPdf(QStringLiteral("overflow.pdf"));
         QCOMPARE(PdfReadBack::pageCount(pdf), 2);
