@@ -73,22 +73,6 @@ private slots:
         edit->setTabChangesFocus(false);
         line->clear();
     }
-
-    // A tool window that does not take the focus leaves it where it was.
-    void focusStaysWhileAToolWindowIsShown()
-    {
-        if (QGuiApplication::platformName() == QStringLiteral("offscreen"))
-            QSKIP("the offscreen platform activates every window it shows");
-        QWidget tool(nullptr, Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus);
-        tool.setAttribute(Qt::WA_ShowWithoutActivating);
-        tool.resize(100, 50);
-        tool.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&tool));
-        typeAndWait(QStringLiteral("ok"));
-        QCOMPARE(edit->toPlainText(), QStringLiteral("ok"));
-        QVERIFY(edit->hasFocus());
-        QCOMPARE(QGuiApplication::focusWindow(), window.windowHandle());
-    }
 };
 
 QTEST_MAIN(TestKeySender)

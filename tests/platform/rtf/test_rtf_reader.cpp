@@ -95,13 +95,6 @@ private slots:
         QCOMPARE((read ? u"read\n"_qs : u"not read\n"_qs) + describe(document), QString::fromUtf8(expected.readAll()));
     }
 
-    void readsBytesHeldInAString()
-    {
-        QTextDocument document;
-        QVERIFY(RtfReader::read(QString::fromLatin1("{\\rtf1\\ansi\\ansicpg932 \\'93\\'fa\x8c\xea\\par}"), &document));
-        QCOMPARE(document.toPlainText(), u"日語"_qs);
-    }
-
     void pastesAFragmentAtTheCursor()
     {
         QTextDocument document;
