@@ -1,17 +1,8 @@
 #include "platform/Beeper.h"
+#include "support/FileBytes.h"
 #include "support/WaveSamples.h"
 
 #include <QtTest>
-
-namespace {
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-} // namespace
 
 class TestBeeper : public QObject
 {
@@ -50,7 +41,7 @@ private slots:
             Beeper::beep();
         const QString path = Beeper::chimePath();
         QCOMPARE(path, qEnvironmentVariable("XDG_CACHE_HOME") + QStringLiteral("/lantern/beep.wav"));
-        QCOMPARE(readAll(path), Beeper::chimeWave());
+        QCOMPARE(fileBytes(path), Beeper::chimeWave());
         const QDateTime written = QFileInfo(path).lastModified();
         QTest::qWait(20);
         QCOMPARE(Beeper::chimePath(), path);

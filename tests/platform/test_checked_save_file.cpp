@@ -4,6 +4,7 @@
 #include "documents/Database.h"
 #include "platform/CheckedSaveFile.h"
 #include "platform/IniFile.h"
+#include "support/FileBytes.h"
 #include "support/FileSizeLimit.h"
 
 #include <QDir>
@@ -16,12 +17,6 @@
 namespace {
 
 using Writer = std::function<bool(const QString &path, const QByteArray &content)>;
-
-QByteArray readAll(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 } // namespace
 
@@ -40,7 +35,7 @@ private slots:
             record.Timestamp = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5));
             record.Pages[0].Items[0].Text = QString::fromLatin1(content);
             Database::SaveDocument(path, record, Database::Sequential);
-            return readAll(path).contains(content);
+            return fileBytes(path).contains(content);
         };
         const Writer settings = [](const QString &path, const QByteArray &content) {
             IniFile ini(path);
@@ -62,9 +57,7 @@ private slots:
         QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("20240102030405.TXT"));
         const QByteArray old = "the old file, which must stay whole\r\n";
-        QFile oldFile(path);
-        QVERIFY(oldFile.open(QIODevice::WriteOnly) && oldFile.write(old) == old.size());
-        oldFile.close();
+        QVERIFY(writeFileBytes(path, old));
         const QByteArray content(size, 'x');
         bool saved = true;
         {
@@ -72,13 +65,13 @@ private slots:
             saved = writer(path, content);
         }
         QVERIFY(!saved);
-        QCOMPARE(readAll(path), old);
+        QCOMPARE(fileBytes(path), old);
         // Nothing half-written is left beside it.
         QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList{QFileInfo(path).fileName()});
 
         // With room again the same save goes through.
         QVERIFY(writer(path, content));
-        QVERIFY(readAll(path).contains(content));
+        QVERIFY(fileBytes(path).contains(content));
     }
 };
 

@@ -1,6 +1,6 @@
 #include "platform/IniFile.h"
+#include "support/FileBytes.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -14,8 +14,8 @@ private:
 
     QString write(const QByteArray &text)
     {
-        QFile raw(m_dir.filePath(QStringLiteral("a.ini")));
-        return raw.open(QIODevice::WriteOnly) && raw.write(text) == text.size() ? raw.fileName() : QString();
+        const QString path = m_dir.filePath(QStringLiteral("a.ini"));
+        return writeFileBytes(path, text) ? path : QString();
     }
 
 private slots:
@@ -32,9 +32,7 @@ private slots:
         file.removeValue("key settings", "GONE");
         file.removeSection("gone");
         QVERIFY(file.save());
-        QFile raw(path);
-        QVERIFY(raw.open(QIODevice::ReadOnly));
-        QCOMPARE(raw.readAll(), QByteArray("[Skin Settings]\nWallpaper Type=4\n\n[Key Settings]\nHiragana,1,2=\xe3\x81\x84\n\n"));
+        QCOMPARE(fileBytes(path), QByteArray("[Skin Settings]\nWallpaper Type=4\n\n[Key Settings]\nHiragana,1,2=\xe3\x81\x84\n\n"));
 
         IniFile again(path);
         QVERIFY(again.load());

@@ -1,4 +1,5 @@
 #include "platform/InstanceGuard.h"
+#include "support/FileBytes.h"
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
@@ -26,16 +27,13 @@ public:
     explicit PrivateBus(bool refuseTheName)
     {
         const QString config = m_folder.filePath(u"bus.conf"_s);
-        QFile file(config);
-        if (!file.open(QIODevice::WriteOnly))
-            return;
-        file.write(u"<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
+        if (!writeFileBytes(config, u"<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
                    " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
                    "<busconfig><type>session</type><listen>unix:dir=%1</listen><auth>EXTERNAL</auth>"
                    "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>%2</policy>"
                    "</busconfig>"_s.arg(m_folder.path(), refuseTheName ? u"<deny own=\"jp.fernwick.Lantern\"/>"_s : QString())
-                       .toUtf8());
-        file.close();
+                       .toUtf8()))
+            return;
         m_daemon.start(u"dbus-daemon"_s, {u"--config-file="_s + config, u"--print-address"_s, u"--nofork"_s});
         if (m_daemon.waitForStarted() && m_daemon.waitForReadyRead(5000))
             m_address = QString::fromUtf8(m_daemon.readLine()).trimmed();
@@ -125,9 +123,7 @@ private slots:
 
         // A stale file is cleared and the name taken; a second copy is refused.
         QVERIFY(QDir(socket).removeRecursively());
-        QFile stale(socket);
-        QVERIFY(stale.open(QIODevice::WriteOnly));
-        stale.close();
+        QVERIFY(writeFileBytes(socket, {}));
         QVERIFY(InstanceGuard::claim(none));
         QVERIFY(!InstanceGuard::claim(none));
     }

@@ -1,5 +1,6 @@
 #include "platform/MusicPlayer.h"
 #include "platform/touch/TouchPanel.h"
+#include "support/FileBytes.h"
 #include "support/WaveSamples.h"
 
 #include <QAudioDevice>
@@ -71,9 +72,7 @@ private slots:
         QVERIFY(!player.isPlaying() && !player.isRendering() && player.midiFile().isEmpty());
 
         // A tune saved again under the same name is a new tune.
-        QFile file(tune);
-        QVERIFY(file.open(QIODevice::Append) && file.write(QByteArray(16, '\0')) == 16);
-        file.close();
+        QVERIFY(writeFileBytes(tune, QByteArray(16, '\0'), true));
         QVERIFY(MusicPlayer::cachedWavePath(tune) != wavePath);
         player.play(tune);
         QCOMPARE(renderStarted.count(), 2);
@@ -122,14 +121,13 @@ private slots:
         QFETCH(QString, soundFont);
         QFETCH(QString, reason);
         QTemporaryDir dir;
-        QFile tune(dir.filePath(QStringLiteral("tune.mid")));
-        QVERIFY(content.isEmpty() || (tune.open(QIODevice::WriteOnly) && tune.write(content) == content.size()));
-        tune.close();
+        const QString tune = dir.filePath(QStringLiteral("tune.mid"));
+        QVERIFY(content.isEmpty() || writeFileBytes(tune, content));
         MusicPlayer player;
         player.setSynthesizer(program, soundFont);
         QSignalSpy started(&player, &MusicPlayer::started);
         QSignalSpy failed(&player, &MusicPlayer::failed);
-        player.play(tune.fileName());
+        player.play(tune);
         QTRY_COMPARE_WITH_TIMEOUT(failed.count(), 1, RenderTimeoutMs);
         QVERIFY2(failed.first().first().toString().contains(reason), qPrintable(failed.first().first().toString()));
         QCOMPARE(started.count(), 0);

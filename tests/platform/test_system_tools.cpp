@@ -1,6 +1,7 @@
 // The system menu's tools: the first installed command of an entry starts,
 // a missing tool is passed over, and an entry with none starts nothing.
 #include "platform/SystemTools.h"
+#include "support/FileBytes.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -39,10 +40,9 @@ private slots:
         QTemporaryDir bin;
         const QString ran = bin.filePath(QStringLiteral("ran"));
         for (const QString &tool : installed) {
-            QFile script(bin.filePath(tool));
-            QVERIFY(script.open(QIODevice::WriteOnly));
-            script.write(QStringLiteral("#!/bin/sh\necho %1 \"$@\" > %2\n").arg(tool, ran).toLocal8Bit());
-            script.setPermissions(script.permissions() | QFile::ExeOwner);
+            const QString script = bin.filePath(tool);
+            QVERIFY(writeFileBytes(script, QStringLiteral("#!/bin/sh\necho %1 \"$@\" > %2\n").arg(tool, ran).toLocal8Bit()));
+            QVERIFY(QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
         }
         const QByteArray path = qgetenv("PATH");
         qputenv("PATH", bin.path().toLocal8Bit());
@@ -52,10 +52,8 @@ private slots:
         if (started.isEmpty())
             return;
         QCOMPARE(SystemTools::lastStarted(), started.section(u' ', 0, 0));
-        QTRY_VERIFY(QFile::exists(ran) && QFileInfo(ran).size() > 0);
-        QFile file(ran);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(QString::fromLocal8Bit(file.readAll()).trimmed(), started.trimmed());
+        QTRY_VERIFY(!fileBytes(ran).isEmpty());
+        QCOMPARE(QString::fromLocal8Bit(fileBytes(ran)).trimmed(), started.trimmed());
     }
 };
 

@@ -1,6 +1,7 @@
 #include "app/SettingsStore.h"
 #include "documents/Database.h"
 #include "platform/CheckedSaveFile.h"
+#include "support/FileBytes.h"
 
 #include <QDir>
 #include <QTest>
@@ -70,9 +71,7 @@ private slots:
         const QString document = saveDocument(u"元の文書"_s, QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5)));
         QVERIFY(!document.isEmpty());
         // A hidden file of the user's own is still a document.
-        QFile hidden(folder + u"/.note.TXT"_s);
-        QVERIFY(hidden.open(QIODevice::WriteOnly) && hidden.write("\"memo\",#2024-01-01#\r\n") > 0);
-        hidden.close();
+        QVERIFY(writeFileBytes(folder + u"/.note.TXT"_s, "\"memo\",#2024-01-01#\r\n"));
         const QStringList documents = {u".note.TXT"_s, u"20240102030405.TXT"_s};
 
         QVERIFY(killWhileSaving(document));

@@ -1,7 +1,7 @@
 #include "platform/agent/CharacterFile.h"
 #include "platform/vb/VbError.h"
+#include "support/FileBytes.h"
 
-#include <QFile>
 #include <QPainter>
 #include <QTemporaryDir>
 #include <QTest>
@@ -30,18 +30,15 @@ QByteArray bytesOf(const CharacterFile &character)
 {
     QTemporaryDir dir;
     const QString path = dir.filePath(QStringLiteral("C.ACS"));
-    QFile file(path);
-    return character.write(path) && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    return character.write(path) ? fileBytes(path) : QByteArray();
 }
 
 CharacterFile readBytes(const QByteArray &bytes)
 {
     QTemporaryDir dir;
-    QFile file(dir.filePath(QStringLiteral("C.ACS")));
-    if (file.open(QIODevice::WriteOnly))
-        file.write(bytes);
-    file.close();
-    return CharacterFile::read(file.fileName());
+    const QString path = dir.filePath(QStringLiteral("C.ACS"));
+    writeFileBytes(path, bytes);
+    return CharacterFile::read(path);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "documents/Database.h"
 #include "platform/rtf/RtfReader.h"
+#include "support/FileBytes.h"
 
 #include <QTextBlock>
 #include <QTextCursor>
@@ -80,19 +81,17 @@ private slots:
     void readsEachSample()
     {
         QFETCH(QString, input);
-        QFile file(input);
-        QVERIFY(file.open(QIODevice::ReadOnly));
         QTextDocument document;
         QString error;
         const bool read = input.endsWith(u".TXT")
                               ? RtfReader::read(Database::LoadDocument(input, Database::Sequential).page(1).item(1).Text,
                                                 &document, &error)
-                              : RtfReader::read(file.readAll(), &document, &error);
+                              : RtfReader::read(fileBytes(input), &document, &error);
         // A failed read says why, and keeps what it could.
         QCOMPARE(error.isEmpty(), read);
-        QFile expected(input.section(u'.', 0, -2) + u".expected"_qs);
-        QVERIFY2(expected.open(QIODevice::ReadOnly), qPrintable(expected.fileName()));
-        QCOMPARE((read ? u"read\n"_qs : u"not read\n"_qs) + describe(document), QString::fromUtf8(expected.readAll()));
+        const QByteArray expected = fileBytes(input.section(u'.', 0, -2) + u".expected"_qs);
+        QVERIFY(!expected.isEmpty());
+        QCOMPARE((read ? u"read\n"_qs : u"not read\n"_qs) + describe(document), QString::fromUtf8(expected));
     }
 
     void pastesAFragmentAtTheCursor()

@@ -1,5 +1,6 @@
 #include "platform/rtf/RtfReader.h"
 #include "platform/rtf/RtfWriter.h"
+#include "support/FileBytes.h"
 
 #include <QTextCursor>
 #include <QTextDocument>
@@ -11,12 +12,6 @@
 class TestRtfWriter : public QObject
 {
     Q_OBJECT
-
-    static QByteArray contents(const QString &path)
-    {
-        QFile file(path);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-    }
 
 private slots:
     void writesEachSample_data()
@@ -32,8 +27,8 @@ private slots:
     {
         QFETCH(QString, base);
         QTextDocument document;
-        document.setHtml(QString::fromUtf8(contents(base + u".html"_qs)));
-        const QByteArray expected = contents(base + u".rtf"_qs);
+        document.setHtml(QString::fromUtf8(fileBytes(base + u".html"_qs)));
+        const QByteArray expected = fileBytes(base + u".rtf"_qs);
         QVERIFY(!expected.isEmpty());
         QCOMPARE(RtfWriter::write(&document), expected);
         QCOMPARE(RtfWriter::writeString(&document), QString::fromLatin1(expected));

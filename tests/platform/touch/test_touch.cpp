@@ -4,6 +4,7 @@
 #include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchPanel.h"
 #include "platform/touch/TouchTheme.h"
+#include "support/FileBytes.h"
 
 #include <QAccessible>
 #include <QSignalSpy>
@@ -25,8 +26,7 @@ template <class Widget> Widget *shown(Widget *widget)
 // A real sound file for a button to play.
 QString writeWave(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::WriteOnly) && file.write(Beeper::chimeWave()) > 0 ? path : QString();
+    return writeFileBytes(path, Beeper::chimeWave()) ? path : QString();
 }
 
 // Pixels within a few steps of the prompt's own soft colour.
