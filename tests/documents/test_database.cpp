@@ -10,7 +10,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include <dirent.h>
 #include <unistd.h>
 
 // The document store against files in the test's own document folder. Each
@@ -251,15 +250,9 @@ private slots:
     {
         for (int i = 0; i < 40; ++i)
             writeRaw(QStringLiteral("%1.TXT").arg((i * 7919) % 1000, 14, 10, QChar('0')), "\"\",#2009-04-01#\r\n");
-        QStringList expected;
-        DIR *dir = ::opendir(QFile::encodeName(folder()).constData());
-        QVERIFY(dir);
-        while (const dirent *entry = ::readdir(dir)) {
-            const QString name = QFile::decodeName(entry->d_name);
-            if (name != "." && name != "..")
-                expected << folder() + '/' + name;
-        }
-        ::closedir(dir);
+        QStringList expected = QDir(folder()).entryList(QDir::Files, QDir::Unsorted);   // as the directory holds them
+        for (QString &name : expected)
+            name.prepend(folder() + '/');
         QCOMPARE(Database::ListDocuments(2), expected);
     }
 
