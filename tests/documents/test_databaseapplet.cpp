@@ -174,8 +174,6 @@ private slots:
     {
         WordProcessor *box = typeInto(QStringLiteral("Date: XXX."));
         const QString today = VbDateFormat::format(QDateTime::currentDateTime(), QStringLiteral("ggge年m月d日 aaaa"));
-        QVERIFY(QRegularExpression(QStringLiteral("^\\p{Han}{2}\\d+年\\d{1,2}月\\d{1,2}日 [月火水木金土日]曜日$"))
-                    .match(today).hasMatch());
 
         // Without a selection the date goes in at the caret; with one it replaces it.
         select(box, 6, 6);
