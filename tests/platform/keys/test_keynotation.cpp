@@ -52,6 +52,10 @@ private slots:
         QTest::newRow("^{LEFT}") << "^{LEFT}" << int(Qt::Key_Left) << 0xff51u << 113u << int(Qt::ControlModifier) << 4u;
         QTest::newRow("+^{RIGHT}") << "+^{RIGHT}" << int(Qt::Key_Right) << 0xff53u << 114u
                                    << int(Qt::ShiftModifier | Qt::ControlModifier) << 5u;
+        // Characters that no key types go as text with a Unicode keysym.
+        QTest::newRow("full-width A") << u"Ａ"_qs << 0xff21 << 0x0100ff21u << 0u << 0 << 0u;
+        QTest::newRow("hiragana") << u"に"_qs << 0x306b << 0x0100306bu << 0u << 0 << 0u;
+        QTest::newRow("beyond 16 bits") << u"𠮷"_qs << 0x20bb7 << 0x01020bb7u << 0u << 0 << 0u;
         QTest::newRow("lower case") << "{enter}" << int(Qt::Key_Return) << 0xff0du << 36u << 0 << 0u;
     }
 
@@ -75,20 +79,6 @@ private slots:
         QCOMPARE(strokes[3].text, QStringLiteral("x"));
         // A prefix holds for one key: what follows is plain again.
         QCOMPARE(KeyNotation::parse(QStringLiteral("+^{RIGHT}{BACKSPACE}")).last().modifiers, Qt::NoModifier);
-    }
-
-    // Characters that no key types go as text with a Unicode keysym.
-    void charactersWithoutAKey()
-    {
-        const QList<KeyStroke> strokes = KeyNotation::parse(QStringLiteral("Ａに𠮷"));
-        QCOMPARE(strokes.size(), 3);
-        QCOMPARE(strokes[0].keysym, 0x0100ff21u);
-        QCOMPARE(strokes[0].keycode, 0u);
-        QCOMPARE(strokes[0].text, QStringLiteral("Ａ"));
-        QCOMPARE(strokes[1].keysym, 0x0100306bu);
-        QCOMPARE(strokes[1].text, QStringLiteral("に"));
-        QCOMPARE(strokes[2].text, QStringLiteral("𠮷"));
-        QCOMPARE(strokes[2].keysym, 0x01020bb7u);
     }
 
     void damagedStringsAreSkippedNotFatal()

@@ -1,3 +1,4 @@
+#include "platform/vb/Decimal.h"
 #include "platform/vb/VbConvert.h"
 #include "platform/vb/VbDateFormat.h"
 #include "platform/vb/VbDatePart.h"
@@ -6,6 +7,7 @@
 #include "platform/vb/VbLike.h"
 #include "platform/vb/VbRandom.h"
 #include "platform/vb/VbStrConv.h"
+#include "support/FileBytes.h"
 
 #include <QtTest>
 #include <functional>
@@ -27,6 +29,32 @@ class TestVbRuntime : public QObject
     }
 
     static int seventhDigits(float value) { return qRound(value * 1e7); }
+
+    static QString decimal(const QStringList &words)
+    {
+        const QString &operation = words.value(0);
+        if (operation == u"whole")
+            return Decimal(words.value(1).toLongLong()).toString();
+        const Decimal a = Decimal::fromText(words.value(1));
+        if (operation == u"parse")
+            return a.toString();
+        if (operation == u"display")
+            return a.toDisplayText();
+        if (operation == u"currency")
+            return a.toCurrency().toString();
+        const Decimal b = Decimal::fromText(words.value(2));
+        if (operation == u"compare")
+            return a < b ? u"<"_qs : a == b ? u"="_qs : u">"_qs;
+        if (operation == u"add")
+            return (a + b).toString();
+        if (operation == u"sub")
+            return (a - b).toString();
+        if (operation == u"mul")
+            return (a * b).toString();
+        if (operation == u"div")
+            return (a / b).toString();
+        return u"unknown operation"_qs;
+    }
 
 private slots:
     void conversions_data()
@@ -240,6 +268,33 @@ private slots:
         QVERIFY(first[2] != first[0]);
         const float t = VbRandom::timer();
         QVERIFY(t >= 0.0f && t < 86400.0f);
+    }
+
+    // Each line of tests/data/decimal/cases.txt is one operation and its exact
+    // answer: "add|sub|mul|div A B", "compare A B", "parse TEXT", "display A"
+    // (the "#,0.##" format), "currency A" or "whole N", then " => " and the
+    // result with every digit of its scale, or "error N" for a run-time error.
+    void decimalOperations_data()
+    {
+        QTest::addColumn<QString>("asked");
+        QTest::addColumn<QString>("answer");
+        const QString table = QString::fromUtf8(fileBytes(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/decimal/cases.txt")));
+        int rows = 0;
+        for (const QString &line : table.split(u'\n')) {
+            if (line.isEmpty() || line.startsWith(u'#'))
+                continue;
+            const qsizetype arrow = line.indexOf(u" => "_qs);
+            QVERIFY2(arrow > 0, qPrintable(line));
+            QTest::newRow(qPrintable(line.left(arrow))) << line.left(arrow) << line.mid(arrow + 4);
+            ++rows;
+        }
+        QVERIFY(rows >= 70);
+    }
+
+    void decimalOperations()
+    {
+        QFETCH(QString, asked);
+        QTEST(outcome([&] { return decimal(asked.split(u' ', Qt::SkipEmptyParts)); }), "answer");
     }
 };
 

@@ -1,3 +1,4 @@
+#include "platform/Beeper.h"
 #include "platform/MusicPlayer.h"
 #include "platform/touch/TouchPanel.h"
 #include "support/FileBytes.h"
@@ -26,7 +27,7 @@ QStringList cachedFiles()
 
 // These cases run as on a machine without speakers, whatever this one has;
 // playing for real is the playback suite's business.
-class TestMusicPlayer : public QObject
+class TestSounds : public QObject
 {
     Q_OBJECT
 
@@ -157,7 +158,43 @@ private slots:
         QCOMPARE(late.midiFile(), skinTune);
         late.stop();
     }
+
+    // A short chime, audible yet nowhere near full scale, starting and ending
+    // at rest so that it never clicks.
+    void chimeIsShortAndSoft()
+    {
+        const WaveSamples wave = WaveSamples::fromBytes(Beeper::chimeWave());
+        QVERIFY2(wave.isValid(), qPrintable(wave.problem));
+        QCOMPARE(wave.channels, 1);
+        QCOMPARE(wave.sampleRate, 44100);
+        QCOMPARE(wave.samples.size(), 44100 * 150 / 1000);
+        QVERIFY2(wave.rms() > 0.03 && wave.peak() < 0.5, qPrintable(QString::number(wave.rms())));
+        QVERIFY(qAbs(wave.samples.first()) < 100 && qAbs(wave.samples.last()) < 100);
+        // It fades: the last 40 ms are much quieter than the first.
+        const auto level = [&](qsizetype from) {
+            double sum = 0;
+            for (qsizetype i = from; i < from + 1764; ++i)
+                sum += double(wave.samples[i]) * wave.samples[i];
+            return sum;
+        };
+        QVERIFY(level(wave.samples.size() - 1764) < level(0) / 4);
+    }
+
+    // Without a device beeping returns at once, quietly, and may be repeated;
+    // the chime is written to the cache once.
+    void chimeFileIsWrittenOnce()
+    {
+        for (int i = 0; i < 3; ++i)
+            Beeper::beep();
+        const QString path = Beeper::chimePath();
+        QCOMPARE(path, qEnvironmentVariable("XDG_CACHE_HOME") + QStringLiteral("/lantern/beep.wav"));
+        QCOMPARE(fileBytes(path), Beeper::chimeWave());
+        const QDateTime written = QFileInfo(path).lastModified();
+        QTest::qWait(20);
+        QCOMPARE(Beeper::chimePath(), path);
+        QCOMPARE(QFileInfo(path).lastModified(), written);
+    }
 };
 
-QTEST_MAIN(TestMusicPlayer)
-#include "test_music_player.moc"
+QTEST_MAIN(TestSounds)
+#include "test_sounds.moc"
