@@ -1,6 +1,8 @@
 #include "documents/Database.h"
 #include "platform/FileAttributes.h"
 #include "platform/vb/VbError.h"
+#include "support/FileBytes.h"
+#include "support/GoldenRows.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,19 +21,11 @@
 namespace {
 
 QString folder() { return QDir::cleanPath(qEnvironmentVariable("XDG_DATA_HOME") + "/Fernwick/Nib"); }
-const QString dataFolder = QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/database");
-
-QByteArray readRaw(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 QString writeRaw(const QString &name, const QByteArray &bytes)
 {
     const QString path = folder() + '/' + name;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+    if (!writeFileBytes(path, bytes))
         qFatal("cannot write %s", qPrintable(path));
     return path;
 }
@@ -48,14 +42,6 @@ DocumentRecord document(const QString &title, const QDateTime &time, const QStri
     record.Timestamp = time;
     record.page(1).item(1).Text = text;
     return record;
-}
-
-QJsonObject expectation(const QString &file)
-{
-    QFile json(file.chopped(4) + ".json");
-    if (!json.open(QIODevice::ReadOnly))
-        qFatal("no %s", qPrintable(json.fileName()));
-    return QJsonDocument::fromJson(json.readAll()).object();
 }
 
 QDateTime timeOf(const QJsonValue &value)
@@ -116,22 +102,16 @@ private slots:
         titled.DocumentTitle = "t";
         titled.Timestamp = at(2009, 4, 1, 9, 30, 15);
         QVERIFY(Database::SaveDocument(folder() + "/empty.TXT", titled, 2));
-        QCOMPARE(readRaw(folder() + "/empty.TXT"), QByteArray("\"t\",#2009-04-01 09:30:15#\r\n"));
+        QCOMPARE(fileBytes(folder() + "/empty.TXT"), QByteArray("\"t\",#2009-04-01 09:30:15#\r\n"));
     }
 
-    void fileReadsAsItsRecordAndTheRecordWritesIt_data()
-    {
-        QTest::addColumn<QString>("file");
-        const QFileInfoList files = QDir(dataFolder).entryInfoList({"*.TXT"}, QDir::Files, QDir::Name);
-        QVERIFY(!files.isEmpty());
-        for (const QFileInfo &file : files)
-            QTest::newRow(qPrintable(file.completeBaseName())) << file.filePath();
-    }
+    void fileReadsAsItsRecordAndTheRecordWritesIt_data() { addGoldenRows(QStringLiteral("database"), QStringLiteral("TXT")); }
 
     void fileReadsAsItsRecordAndTheRecordWritesIt()
     {
         QFETCH(QString, file);
-        QJsonObject fields = expectation(file);
+        QJsonObject fields = QJsonDocument::fromJson(fileBytes(goldenBeside(file, QStringLiteral("json")))).object();
+        QVERIFY(!fields.isEmpty());
         bool readable = false;
         const DocumentRecord loaded = Database::LoadDocument(file, 2, &readable);
         QVERIFY(readable);
@@ -150,7 +130,7 @@ private slots:
             fields[it.key()] = it.value();
         const QString path = folder() + "/20090401093015.TXT";
         QVERIFY(Database::SaveDocument(path, document(fields["title"].toString(), timeOf(fields["time"]), fields["text"].toString()), 2));
-        QCOMPARE(readRaw(path), readRaw(file));
+        QCOMPARE(fileBytes(path), fileBytes(file));
     }
 
     void onlyTitleTimeAndFirstBoxAreKept()
@@ -170,7 +150,7 @@ private slots:
         const QString path = folder() + "/20090401093015.TXT";
         QVERIFY(Database::SaveDocument(path, record, 2));
         // A long body is one line: nothing wraps it.
-        QCOMPARE(readRaw(path).count("\r\n"), 2);
+        QCOMPARE(fileBytes(path).count("\r\n"), 2);
         const DocumentRecord loaded = Database::LoadDocument(path, 2);
         QCOMPARE(loaded.DocumentTitle, QString("旅行の計画"));
         QCOMPARE(loaded.Timestamp, at(2009, 4, 1, 9, 30, 15));
@@ -264,9 +244,9 @@ private slots:
         const QString binary = writeRaw("b.TXT", "\"Binary\",#2009-04-01#\r\nbody\r\n");
         const QList<QPair<QString, int>> refused{{kept, 2}, {binary, 4}, {binary, 5}};   // read-only; binary mode
         for (const auto &[path, mode] : refused) {
-            const QByteArray before = readRaw(path);
+            const QByteArray before = fileBytes(path);
             QVERIFY(!Database::SaveDocument(path, document("new", at(2010, 1, 1, 1, 1, 1), "new"), mode));
-            QCOMPARE(readRaw(path), before);
+            QCOMPARE(fileBytes(path), before);
         }
         QCOMPARE(FileAttributes::of(binary), FileAttributes::Normal);
         verifyBlank(Database::LoadDocument(binary, 4));

@@ -3,42 +3,23 @@
 // <case>.rtf cleans to <case>.txt; a case that cleans to itself must report
 // that nothing was removed.
 #include "documents/RichTextCleanup.h"
+#include "support/FileBytes.h"
+#include "support/GoldenRows.h"
 
-#include <QDir>
 #include <QtTest>
-
-namespace {
-
-QString contents(const QString &path)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
-        qFatal("cannot read %s", qPrintable(path));
-    return QString::fromUtf8(file.readAll());
-}
-
-} // namespace
 
 class TestRichTextCleanup : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void clean_data()
-    {
-        QTest::addColumn<QString>("source");
-        const QFileInfoList files = QDir(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/richtextcleanup"))
-                                        .entryInfoList({QStringLiteral("*.rtf")}, QDir::Files, QDir::Name);
-        QVERIFY(!files.isEmpty());
-        for (const QFileInfo &file : files)
-            QTest::newRow(qPrintable(file.completeBaseName())) << file.filePath();
-    }
+    void clean_data() { addGoldenRows(QStringLiteral("richtextcleanup"), QStringLiteral("rtf")); }
 
     void clean()
     {
-        QFETCH(QString, source);
-        const QString input = contents(source);
-        const QString expected = contents(source.chopped(4) + QStringLiteral(".txt"));
+        QFETCH(QString, file);
+        const QString input = QString::fromUtf8(fileBytes(file));
+        const QString expected = QString::fromUtf8(fileBytes(goldenBeside(file, QStringLiteral("txt"))));
         const bool removed = expected != input;
         bool anything = !removed;
         QCOMPARE(RichTextCleanup::clean(input, &anything), expected);

@@ -1,7 +1,7 @@
+#include "support/FileBytes.h"
+#include "support/GoldenRows.h"
 #include "tools/Calculator.h"
 
-#include <QDir>
-#include <QFile>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -37,28 +37,17 @@ private:
 
     static QStringList lines(const QString &path)
     {
-        QFile file(path);
-        if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-            return {};
-        return QString::fromUtf8(file.readAll()).split(u'\n', Qt::SkipEmptyParts);
+        return QString::fromUtf8(fileBytes(path)).split(u'\n', Qt::SkipEmptyParts);
     }
 
 private slots:
-    void keySequences_data()
-    {
-        QTest::addColumn<QString>("keys");
-        const QDir folder(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/calculator"));
-        const QStringList cases = folder.entryList({QStringLiteral("*.keys")}, QDir::Files, QDir::Name);
-        QVERIFY(cases.size() >= 20);
-        for (const QString &name : cases)
-            QTest::newRow(qPrintable(name)) << folder.filePath(name);
-    }
+    void keySequences_data() { addGoldenRows(QStringLiteral("calculator"), QStringLiteral("keys")); }
 
     void keySequences()
     {
-        QFETCH(QString, keys);
-        const QStringList steps = lines(keys);
-        const QStringList shown = lines(keys.chopped(4) + QStringLiteral("txt"));
+        QFETCH(QString, file);
+        const QStringList steps = lines(file);
+        const QStringList shown = lines(goldenBeside(file, QStringLiteral("txt")));
         QCOMPARE(steps.size(), shown.size());
         Calculator calculator;
         calculator.Clear();

@@ -1,6 +1,8 @@
 #include "app/SettingsStore.h"
 #include "tools/IME.h"
 #include "tools/KeypadView.h"
+#include "support/FileBytes.h"
+#include "support/GoldenRows.h"
 #include "support/PadDriver.h"
 
 #include <QAbstractButton>
@@ -247,23 +249,13 @@ private slots:
     // The calculator pad: every <case>.keys in tests/data/infodlgpad holds
     // its keys (digits, ".", "<" back, "C", "+-*/=", "%" and "s" the sign
     // change), <case>.txt beside it the display's two lines after them.
-    void theDisplay_data()
-    {
-        QTest::addColumn<QString>("keys");
-        const QDir folder(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/infodlgpad"));
-        const QStringList cases = folder.entryList({QStringLiteral("*.keys")}, QDir::Files, QDir::Name);
-        QVERIFY(cases.size() >= 16);
-        for (const QString &name : cases)
-            QTest::newRow(qPrintable(name)) << folder.filePath(name);
-    }
+    void theDisplay_data() { addGoldenRows(QStringLiteral("infodlgpad"), QStringLiteral("keys")); }
 
     void theDisplay()
     {
-        QFETCH(QString, keys);
-        QFile input(keys), expected(keys.chopped(4) + QStringLiteral("txt"));
-        QVERIFY(input.open(QIODevice::ReadOnly | QIODevice::Text) && expected.open(QIODevice::ReadOnly | QIODevice::Text));
-        pad->pressCalculator(QString::fromUtf8(input.readAll()).trimmed());
-        const QStringList display = QString::fromUtf8(expected.readAll()).split(u'\n');
+        QFETCH(QString, file);
+        pad->pressCalculator(QString::fromUtf8(fileBytes(file)).trimmed());
+        const QStringList display = QString::fromUtf8(fileBytes(goldenBeside(file, QStringLiteral("txt")))).split(u'\n');
         QCOMPARE(pad->dialog->DisplayDigit->text(), display.value(0) + QStringLiteral("\r\n") + display.value(1));
     }
 
