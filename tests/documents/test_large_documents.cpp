@@ -3,6 +3,7 @@
 #include "documents/Database.h"
 #include "documents/DatabaseApplet.h"
 #include "documents/WordProcessor.h"
+#include "support/FileBytes.h"
 #include "tools/InfoDlg.h"
 #include "workspace/RecentDocuments.h"
 #include "workspace/WelcomeBox.h"
@@ -47,8 +48,7 @@ QString documentOfSize(qint64 bytes)
 
 QByteArray digest(const QString &path)
 {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha1) : QByteArray();
+    return QCryptographicHash::hash(fileBytes(path), QCryptographicHash::Sha1);
 }
 
 } // namespace

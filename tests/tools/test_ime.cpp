@@ -1,3 +1,4 @@
+#include "support/FileBytes.h"
 #include "support/PadDriver.h"
 #include "tools/IME.h"
 
@@ -144,11 +145,9 @@ private slots:
         const QString folder = qEnvironmentVariable("HOME") + QStringLiteral("/bin");
         const QString marker = qEnvironmentVariable("HOME") + QStringLiteral("/setup");
         QDir().mkpath(folder);
-        QFile setup(folder + QStringLiteral("/ibus-setup"));
-        QVERIFY(setup.open(QIODevice::WriteOnly));
-        setup.write(QStringLiteral("#!/bin/sh\ntouch '%1'\n").arg(marker).toUtf8());
-        setup.close();
-        setup.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        const QString setup = folder + QStringLiteral("/ibus-setup");
+        QVERIFY(writeFileBytes(setup, QStringLiteral("#!/bin/sh\ntouch '%1'\n").arg(marker).toUtf8()));
+        QFile::setPermissions(setup, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
         qputenv("PATH", folder.toLocal8Bit() + ':' + qgetenv("PATH"));
         IME ime;
         ime.Dialog(5);
