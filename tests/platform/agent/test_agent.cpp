@@ -80,16 +80,6 @@ WaveAudio synthesize(const QString &text)
     return audio;
 }
 
-int longestQuietSamples(const WaveAudio &audio)
-{
-    int longest = 0, quiet = 0;
-    for (const qint16 sample : audio.samples()) {
-        quiet = std::abs(int(sample)) <= 320 ? quiet + 1 : 0;
-        longest = std::max(longest, quiet);
-    }
-    return longest;
-}
-
 } // namespace
 
 class TestAgent : public QObject
@@ -291,9 +281,6 @@ private slots:
         const QImage rest = character.image(character.animation(QStringLiteral("RestPose")).first().image);
         QCOMPARE(rest.pixelColor(rest.width() / 2, rest.height() / 2).alpha(), 255);
         QCOMPARE(rest.pixelColor(0, 0).alpha(), 0);
-        const CharacterFile other = CharacterFile::read(LanternFile);
-        QCOMPARE(character.name == other.name, file == "LANTERN.ACS");
-        QCOMPARE(character.image(0) == other.image(0), file == "LANTERN.ACS");
     }
 
     void withoutAVoiceThereIsNoSound()
@@ -309,15 +296,12 @@ private slots:
         QVERIFY(!speech.hasAudio());
     }
 
-    void pausesAddTheirSilenceAndTheEndsAreCut()
+    void theVoicesOwnSilenceIsCut()
     {
         if (Voice::installedEngine() == Voice::Engine::None)
             QSKIP("no voice installed");
         const WaveAudio plain = synthesize(QStringLiteral("今日は良い天気です"));
-        const WaveAudio paused = synthesize(QStringLiteral("今日は\\Pau=1000\\良い\\Pau=1000\\天気です"));
         QVERIFY2(plain.durationMs() > 400 && plain.rms() > 1000, qPrintable(QString::number(plain.durationMs())));
-        QVERIFY(paused.durationMs() - plain.durationMs() >= 2000);
-        QVERIFY(longestQuietSamples(paused) >= paused.sampleRate()); // a second of true silence
         // The voice's own silence at the start is cut away.
         QVERIFY(WaveAudio(plain.sampleRate(), 1, plain.samples().mid(0, plain.sampleRate() / 20)).peak() > 320);
     }
@@ -336,6 +320,11 @@ private slots:
         QVERIFY(spans.at(0).endMs > 1100);
         QCOMPARE(spans.at(1).startMs, spans.at(0).endMs + 500);
         QCOMPARE(spans.at(1).endMs, speech.durationMs());
+        // A pause is true silence.
+        WaveAudio audio;
+        QVERIFY(audio.load(speech.audioPath()));
+        const int rate = audio.sampleRate();
+        QCOMPARE(WaveAudio(rate, 1, audio.samples().mid(spans.at(0).endMs * rate / 1000 + rate / 100, rate / 2 - rate / 50)).peak(), 0);
     }
 
     void piecesWithNothingToSayAreSkipped()

@@ -292,11 +292,9 @@ private slots:
     void editKeepsTheImeModeTheAppletAsksFor()
     {
         TouchEdit edit;
-        QSignalSpy changed(&edit, &TouchEdit::imeModeChanged);
         QCOMPARE(edit.imeMode(), 0);
         QVERIFY(edit.setProperty("IMEMode", 4));
-        edit.setImeMode(4);
-        QCOMPARE(Calls(changed), Calls{{4}});
+        QCOMPARE(edit.imeMode(), 4);
         QVERIFY(edit.testAttribute(Qt::WA_InputMethodEnabled));
         edit.setImeMode(TouchEdit::ImeDisable);
         QVERIFY(!edit.testAttribute(Qt::WA_InputMethodEnabled));
