@@ -11,21 +11,35 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <memory>
+
 class TestApplet : public QObject
 {
     Q_OBJECT
 
-    // Shows the stand-in main window with the applet's controls, then loads the applet.
-    static bool showAndLoad(AppletTestHost &host, Applet *applet)
-    {
-        host.show();
-        host.activateWindow();
-        applet->Load();
-        applet->Reload();
-        return QTest::qWaitForWindowActive(&host);
-    }
+    // The applet in the stand-in main window, loaded, with a line edit and a
+    // Touch edit field on it.
+    std::unique_ptr<AppletTestHost> m_host;
+    Applet *m_applet = nullptr;
+    QLineEdit *m_plain = nullptr;
+    TouchEdit *m_touch = nullptr;
 
 private slots:
+    void init()
+    {
+        m_host = std::make_unique<AppletTestHost>();
+        m_applet = new Applet(m_host.get());
+        m_plain = new QLineEdit(m_applet);
+        m_touch = new TouchEdit(m_applet);
+        m_host->show();
+        m_host->activateWindow();
+        m_applet->Load();
+        m_applet->Reload();
+        QVERIFY(QTest::qWaitForWindowActive(m_host.get()));
+    }
+
+    void cleanup() { m_host.reset(); }
+
     void neutralMembersAnswerNothing()
     {
         // Outside the main window there is no host, and nothing to take.
@@ -71,59 +85,51 @@ private slots:
 
     void keyCheckPutsOnlyATouchEditIntoHiraganaForCodes4To8()
     {
-        AppletTestHost host;
-        auto *applet = new Applet(&host);
-        auto *plain = new QLineEdit(applet);
-        auto *edit = new TouchEdit(applet);
-        QVERIFY(showAndLoad(host, applet));
+        TouchEdit *edit = m_touch;
         edit->setFocus();
-        QCOMPARE(applet->ActiveCtrl(), edit);
+        QCOMPARE(m_applet->ActiveCtrl(), edit);
         for (qint32 code : {-4, 0, 3, 4, 5, 6, 7, 8, 9, 40}) {
             edit->setImeMode(TouchEdit::ImeAlpha);
-            applet->InfoDlg_KeyCheck(code);
+            m_applet->InfoDlg_KeyCheck(code);
             QCOMPARE(edit->imeMode(), code >= 4 && code <= 8 ? 4 : int(TouchEdit::ImeAlpha));
         }
         // The dialog's own event reaches the handler once Reload has connected it.
         edit->setImeMode(TouchEdit::ImeOff);
         qint32 first = 6, second = 0;
         QString text = QStringLiteral("あ");
-        emit host.infoDlg()->KeyCheck(first, second, text);
+        emit m_host->infoDlg()->KeyCheck(first, second, text);
         QCOMPARE(edit->imeMode(), 4);
 
         // Another control, or none, is left alone.
         edit->setImeMode(TouchEdit::ImeAlpha);
-        plain->setFocus();
-        applet->InfoDlg_KeyCheck(5);
-        plain->clearFocus();
-        QCOMPARE(applet->ActiveCtrl(), nullptr);
-        applet->InfoDlg_KeyCheck(5);
+        m_plain->setFocus();
+        m_applet->InfoDlg_KeyCheck(5);
+        m_plain->clearFocus();
+        QCOMPARE(m_applet->ActiveCtrl(), nullptr);
+        m_applet->InfoDlg_KeyCheck(5);
         QCOMPARE(edit->imeMode(), int(TouchEdit::ImeAlpha));
     }
 
     void printingDefineHandsTheCodesOverInOrder()
     {
-        AppletTestHost host;
-        auto *applet = new Applet(&host);
-        applet->Load();
-        applet->Reload();
         DocumentRecord record{.PaperSetting1 = 8, .PaperSetting2 = 7, .PaperSetting3 = 2, .PaperSetting4 = 2,
                               .PaperSetting5 = -4, .Copies = 3, .Zoom = 150};
-        applet->setRecord(&record);
+        m_applet->setRecord(&record);
         // The job's printer: a PDF file, so that no print system is involved.
         QTemporaryDir folder;
-        host.printing()->setPrinter(std::make_unique<PrinterDevice>(folder.filePath(QStringLiteral("job.pdf"))));
-        PrinterDevice *printer = host.printing()->printer();
+        m_host->printing()->setPrinter(std::make_unique<PrinterDevice>(folder.filePath(QStringLiteral("job.pdf"))));
+        PrinterDevice *printer = m_host->printing()->printer();
         printer->setCopies(1);
         printer->setZoom(100);
 
         // An event from somebody else's printing object changes nothing.
         Printing stranger;
-        connect(&stranger, &Printing::Define, applet, &Applet::Printing_Define);
+        connect(&stranger, &Printing::Define, m_applet, &Applet::Printing_Define);
         emit stranger.Define(1, nullptr);
         QCOMPARE(printer->copies(), 1);
         QCOMPARE(printer->zoom(), 100);
 
-        emit host.printing()->Define(1, nullptr);
+        emit m_host->printing()->Define(1, nullptr);
         // (Duplex, the fourth code, is not kept by a PDF printer, which is one-sided.)
         QCOMPARE(QList<int>({printer->paperSize(), printer->paperBin(), printer->orientation(), printer->printQuality(),
                              printer->copies(), printer->zoom()}),
@@ -132,13 +138,10 @@ private slots:
 
     void keysAndClicksReachTheHostOnlyInKind10()
     {
-        AppletTestHost host;
-        auto *applet = new Applet(&host);
-        auto *edit = new QLineEdit(applet);
-        QVERIFY(showAndLoad(host, applet));
+        QLineEdit *edit = m_plain;
         QList<qint32> codes;
         bool allow = true;
-        connect(applet, &Applet::keyOrPointer, this, [&](qint32 &code, bool &proceed) {
+        connect(m_applet, &Applet::keyOrPointer, this, [&](qint32 &code, bool &proceed) {
             QCOMPARE(proceed, true);
             codes.append(code);
             proceed = allow;
@@ -147,7 +150,7 @@ private slots:
         QTest::keyClick(edit, Qt::Key_Q);
         QVERIFY(codes.isEmpty());
 
-        applet->setDocument(10);
+        m_applet->setDocument(10);
         QTest::mouseClick(edit, Qt::RightButton);
         QTest::keyClick(edit, Qt::Key_Q);
         QCOMPARE(codes, QList<qint32>({qint32(Qt::RightButton), qint32(Qt::Key_Q)}));
