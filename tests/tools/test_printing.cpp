@@ -99,43 +99,31 @@ private slots:
     }
 
     // A4 prints unscaled (zoom 0), JIS B5 shrinks to 86 %, other sizes 100;
-    // paper bin 7, quality -3, one copy, one-sided.
+    // paper bin 7, quality -3, one copy, one-sided; upright (1) when height
+    // over width, in whole numbers rounded to even, is not 0.
     void allocSetsUpTheJob()
     {
-        for (const auto &[paperSize, zoom] : {std::pair(9, 0), std::pair(13, 86), std::pair(1, 100), std::pair(8, 100)}) {
+        const struct { int paperSize, zoom; QSizeF page; int orientation; } jobs[] = {
+            {9, 0, {21, 29.7}, 1}, {13, 86, {29.7, 21}, 2}, {1, 100, {20, 20}, 1},
+            {8, 100, {30, 29.4}, 2},   // 29 over 30 is 0
+            {9, 0, {30.4, 29.5}, 1},   // 29.5 rounds to even 30: 30 over 30
+        };
+        for (auto job : jobs) {
             auto device = std::make_unique<PrinterDevice>(nextFile());
-            device->setPaperSize(paperSize);
+            device->setPaperSize(job.paperSize);
             device->setPaperBin(2);
             device->setPrintQuality(-4);
             device->setCopies(3);
             device->setDuplex(2);
             device->setZoom(50);
+            device->setOrientation(job.orientation == 1 ? 2 : 1);
             Printing printing;
             printing.setPrinter(std::move(device));
-            printing.Alloc(true);
+            printing.Alloc(true, &job.page);
             const PrinterDevice *printer = printing.printer();
-            QCOMPARE(std::tuple(printer->paperSize(), printer->zoom(), printer->paperBin(), printer->printQuality(),
-                                printer->copies(), printer->duplex()),
-                     std::tuple(paperSize, zoom, 7, -3, 1, 1));
-            printing.EndDoc();
-        }
-    }
-
-    // Upright (1) when height over width, in whole numbers rounded to even, is not 0.
-    void orientationFollowsThePage()
-    {
-        const QList<std::pair<QSizeF, int>> pages = {
-            {QSizeF(21, 29.7), 1}, {QSizeF(29.7, 21), 2}, {QSizeF(20, 20), 1},
-            {QSizeF(30, 29.4), 2},   // 29 over 30 is 0
-            {QSizeF(30.4, 29.5), 1},   // 29.5 rounds to even 30: 30 over 30
-        };
-        for (auto [page, orientation] : pages) {
-            auto device = std::make_unique<PrinterDevice>(nextFile());
-            device->setOrientation(orientation == 1 ? 2 : 1);
-            Printing printing;
-            printing.setPrinter(std::move(device));
-            printing.Alloc(true, &page);
-            QCOMPARE(std::pair(page, printing.printer()->orientation()), std::pair(page, orientation));
+            QCOMPARE(std::tuple(job.page, printer->paperSize(), printer->zoom(), printer->paperBin(), printer->printQuality(),
+                                printer->copies(), printer->duplex(), printer->orientation()),
+                     std::tuple(job.page, job.paperSize, job.zoom, 7, -3, 1, 1, job.orientation));
             printing.EndDoc();
         }
     }
