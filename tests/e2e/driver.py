@@ -178,10 +178,7 @@ class Lantern:
     def open_blank(self, text=None, timeout=20):
         # Opens the blank template from the welcome box and types the text
         # into it when one is given.
-        template = self.find("白紙の文書", "table cell", exact=False, timeout=timeout)
-        if template is None:
-            raise RuntimeError("the welcome box offers no blank document")
-        self.click(template)
+        self.click_named("白紙の文書", "table cell", exact=False, timeout=timeout)
         editor = self.editor()
         if editor is None:
             raise RuntimeError("the blank document opened no editor")
@@ -189,6 +186,12 @@ class Lantern:
             self.click(editor)
             self.type(text)
         return editor
+
+    def append(self, editor, text):
+        # Types the text after the end of what the editor holds.
+        self.click(editor)
+        self.xdotool("key", "ctrl+End")
+        self.type(text)
 
     def set_title(self, title):
         # Whether the title field then holds it: typed characters arrive late.
@@ -234,8 +237,8 @@ class Lantern:
         self.xdotool("mouseup", "1")
         time.sleep(0.4)
 
-    def click_named(self, name, role=None, exact=True, window=None, pause=0.6):
-        node = self.find(name, role, exact=exact, window=window)
+    def click_named(self, name, role=None, exact=True, window=None, pause=0.6, timeout=10):
+        node = self.find(name, role, timeout, exact, window)
         if node is None:
             raise RuntimeError(f"'{name}' is not on the screen")
         self.click(node, pause)

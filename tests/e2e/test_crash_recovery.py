@@ -21,12 +21,9 @@ assert len(WRITING) == 120
 
 def killed_after_writing(lantern, editor, title=None):
     # Types into the document, waits three seconds, and kills the program.
-    lantern.click(editor)
-    lantern.xdotool("key", "ctrl+End")
-    lantern.type(WRITING)
+    lantern.append(editor, WRITING)
     if title is not None:
-        lantern.click(lantern.find("タイトル", "text"))
-        lantern.type(title)
+        lantern.set_title(title)
     time.sleep(3)
     lantern.kill()
 

@@ -21,12 +21,6 @@ def answer_yes(lantern, what):
         lantern.click(yes)
 
 
-def add_words(lantern, words):
-    lantern.click(lantern.editor())
-    lantern.xdotool("key", "ctrl+End")
-    lantern.type(words)
-
-
 def saving_reopening_copying_reverting_deleting_quitting():
     with Screen(1366, 768) as lantern:
         # A new document from the template: text, title, save.
@@ -61,7 +55,7 @@ def saving_reopening_copying_reverting_deleting_quitting():
         copy = [f for f in document_files() if f != original]
 
         # Reverted after a question: the extra words are gone.
-        add_words(lantern, " extra words")
+        lantern.append(lantern.editor(), " extra words")
         lantern.click_named("元に戻す")
         answer_yes(lantern, "reverting")
         editor = lantern.editor()
@@ -84,7 +78,7 @@ def saving_reopening_copying_reverting_deleting_quitting():
 
         # Quitting from the main button saves what is open.
         lantern.reopen("Trip 旅行")
-        add_words(lantern, " more")
+        lantern.append(lantern.editor(), " more")
         lantern.click_named("終了")
         status = lantern.wait_exit(20)
         check("the quit button ends the program", status == 0, status)

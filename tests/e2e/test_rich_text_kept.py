@@ -52,9 +52,7 @@ def lines_broken_after_control_words_are_read():
         editor = lantern.reopen("Lines")
         shown = lantern.text_of(editor) if editor else None
         check("the opened file shows 'Second' and 'bold' as words", shown == "First\nSecond\nplain bold end", repr(shown))
-        lantern.click(editor)
-        lantern.xdotool("key", "ctrl+End")
-        lantern.type(" more")
+        lantern.append(editor, " more")
         lantern.click_named("保存して閉じる")
         text = rtfconv("--text", path)
         check("saved, the file still reads them", text == "First\nSecond\nplain bold end more", repr(text))
@@ -85,9 +83,7 @@ def a_large_bullet_keeps_its_size():
         editor = lantern.open_blank("")
         for button in ("大きく", "大きく", "行頭に記号"):
             lantern.click_named(button)
-        lantern.click(editor)
-        lantern.xdotool("key", "ctrl+End")
-        lantern.type("Big item")
+        lantern.append(editor, "Big item")
         typed = bullet_box(lantern, editor, "rich-text-kept-bullet-before")
         check("the bullet shows before saving", typed is not None and typed[1] > 0, typed)
         saved = save_titled(lantern, "Bullet")
