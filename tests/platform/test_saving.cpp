@@ -48,14 +48,6 @@ QStringList namesIn(const QString &folder)
     return QDir(folder).entryList(QDir::Files | QDir::Hidden | QDir::System, QDir::Name);
 }
 
-QStringList namesOf(QStringList paths)
-{
-    for (QString &path : paths)
-        path = QFileInfo(path).fileName();
-    paths.sort();
-    return paths;
-}
-
 using Writer = std::function<bool(const QString &path, const QByteArray &content)>;
 
 } // namespace
@@ -95,8 +87,11 @@ private slots:
         leftovers.removeIf([&](const QString &name) { return documents.contains(name); });
         QVERIFY2(!leftovers.isEmpty(), "the kill came after the write: its unfinished file is there");
         QCOMPARE(Database::LoadDocument(document, Database::Sequential).DocumentTitle, u"元の文書"_s);
-        for (const qint32 flags : {0, Database::OnlyText})
-            QCOMPARE(namesOf(Database::ListDocuments(flags)), documents);
+        for (const qint32 flags : {0, Database::OnlyText}) {
+            QStringList listed = Database::ListDocuments(flags);
+            listed.sort();
+            QCOMPARE(listed, (QStringList{folder + u'/' + documents[0], folder + u'/' + documents[1]}));
+        }
 
         // Made read-only, it still does not stop the next save of the same
         // document, which clears it away.

@@ -65,7 +65,7 @@ private slots:
         const QList<QStringList> rows{
             {"Boolean", "True", "True"}, {"Boolean", "False", "False"}, {"Boolean", "TRUE", "True"},
             {"Boolean", "-1", "True"}, {"Boolean", "0", "False"}, {"Boolean", "0.5", "True"},
-            {"Boolean", "maybe", "error 13"}, {"Boolean", "", "error 13"}, {"Boolean", u"はい"_qs, "error 13"},
+            {"On/Off", "True", "On"}, {"On/Off", "False", "Off"}, {"Boolean", "maybe", "error 13"}, {"Boolean", "", "error 13"}, {"Boolean", u"はい"_qs, "error 13"},
             // Halves round to even.
             {"Long", "2.5", "2"}, {"Long", "3.5", "4"}, {"Long", " -7 ", "-7"}, {"Long", "&H10", "16"},
             {"Long", "2147483647", "2147483647"}, {"Long", "3000000000", "error 6"},
@@ -80,16 +80,11 @@ private slots:
         QFETCH(QString, text);
         QTEST(outcome([&] {
                   return to == u"Boolean" ? VbConvert::fromBoolean(VbConvert::toBoolean(text))
+                         : to == u"On/Off" ? VbFormat::boolean(VbConvert::toBoolean(text), "On/Off")
                          : to == u"Long"  ? QString::number(VbConvert::toLong(text))
                                           : QString::number(VbConvert::toInteger(text));
               }),
               "expected");
-    }
-
-    void onOffFormat()
-    {
-        QCOMPARE(VbFormat::boolean(true, "On/Off"), u"On"_qs);
-        QCOMPARE(VbFormat::boolean(false, "On/Off"), u"Off"_qs);
     }
 
     void strConv_data()
