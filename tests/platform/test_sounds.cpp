@@ -144,12 +144,15 @@ private slots:
         player.follow(&quiet);
         player.follow(&box);
         QSignalSpy renderStarted(&player, &MusicPlayer::renderStarted);
-        quiet.play(); // a panel without a tune asks for nothing
+        quiet.show(); // a panel without a tune asks for nothing
         QCOMPARE(renderStarted.count(), 0);
-        box.play();
+        // A panel with a tune plays it while it is on screen.
+        box.show();
+        QVERIFY(box.isSoundPlaying());
         QCOMPARE(player.midiFile(), skinTune);
         QCOMPARE(renderStarted.count(), 1);
-        box.stop();
+        box.hide();
+        QVERIFY(!box.isSoundPlaying());
         QVERIFY(player.midiFile().isEmpty() && !player.isRendering() && !player.isPlaying());
         // A panel that already asks when it is followed is answered at once.
         box.play();
