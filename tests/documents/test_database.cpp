@@ -44,10 +44,10 @@ DocumentRecord document(const QString &title, const QDateTime &time, const QStri
     return record;
 }
 
+// Null, as for an unreadable date, is no time.
 QDateTime timeOf(const QJsonValue &value)
 {
-    QDateTime time = QDateTime::fromString(value.toString(), "yyyy-MM-dd HH:mm:ss");
-    return value.isNull() ? QDateTime() : time;
+    return QDateTime::fromString(value.toString(), "yyyy-MM-dd HH:mm:ss");
 }
 
 void verifyBlank(const DocumentRecord &record)

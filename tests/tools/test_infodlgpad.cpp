@@ -73,10 +73,7 @@ private slots:
         QTest::newRow("symbol 2") << 15 << QList<QPoint>{{1, 1}} << QStringLiteral("①");
         QTest::newRow("number pad unchanged") << 0 << QList<QPoint>{{1, 1}, {2, 4}, {4, 3}, {3, 3}, {4, 1}, {4, 5}, {2, 2}}
                                               << "700+\n5";
-        QTest::newRow("alphabet gap column 16") << 11 << QList<QPoint>{{16, 2}} << "";
-        QTest::newRow("row 6") << 11 << QList<QPoint>{{1, 6}} << "";
         QTest::newRow("cell without a key") << 11 << QList<QPoint>{{20, 5}} << "";
-        QTest::newRow("number pad column 5") << 0 << QList<QPoint>{{5, 1}} << "";
     }
 
     void keysTypeTheirCharacters()
