@@ -274,16 +274,14 @@ private slots:
         QTest::addColumn<QString>("asked");
         QTest::addColumn<QString>("answer");
         const QString table = QString::fromUtf8(fileBytes(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/decimal/cases.txt")));
-        int rows = 0;
+        QVERIFY(table.count(u" => "_qs) >= 70);
         for (const QString &line : table.split(u'\n')) {
             if (line.isEmpty() || line.startsWith(u'#'))
                 continue;
             const qsizetype arrow = line.indexOf(u" => "_qs);
             QVERIFY2(arrow > 0, qPrintable(line));
             QTest::newRow(qPrintable(line.left(arrow))) << line.left(arrow) << line.mid(arrow + 4);
-            ++rows;
         }
-        QVERIFY(rows >= 70);
     }
 
     void decimalOperations()
