@@ -4,7 +4,6 @@
 
 #include <QFontDatabase>
 #include <QFontInfo>
-#include <QGuiApplication>
 #include <QRawFont>
 #include <QTest>
 

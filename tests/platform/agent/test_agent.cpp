@@ -10,7 +10,6 @@
 #include "platform/vb/VbError.h"
 #include "support/FileBytes.h"
 
-#include <QApplication>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTemporaryDir>

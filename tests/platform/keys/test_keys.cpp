@@ -1,7 +1,6 @@
 #include "platform/keys/KeyNotation.h"
 #include "platform/keys/KeySender.h"
 
-#include <QApplication>
 #include <QLineEdit>
 #include <QTest>
 #include <QTextEdit>
