@@ -14,6 +14,8 @@
 
 namespace {
 
+const QByteArray FirstLine = QByteArrayLiteral("Lantern journal 1\n");
+
 // A run's name: the moment it started, so that names sort by age, and a
 // count for journals started within the same millisecond.
 QString newRunName()
@@ -24,21 +26,33 @@ QString newRunName()
         .arg(started++ % 10000, 4, 10, QLatin1Char('0'));
 }
 
-QString readOrigin(const QString &path)
+// The origin and the title are one line each (neither holds a line break);
+// the rich text is the rest of the file.
+QByteArray journalText(const QString &origin, const DocumentRecord &record)
+{
+    QString title = record.DocumentTitle;
+    title.replace(u'\n', u' ');
+    // What a save keeps: the first box of the first page, when there is one.
+    const bool hasBox = !record.Pages.isEmpty() && !record.Pages.first().Items.isEmpty();
+    const QString text = hasBox ? record.Pages.first().Items.first().Text : QString();
+    return FirstLine + origin.toUtf8() + '\n' + title.toUtf8() + '\n' + text.toUtf8();
+}
+
+std::optional<RecoveryJournal::Entry> readJournal(const QString &path, const QString &run)
 {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return QString();
-    return QString::fromUtf8(file.readAll());
-}
-
-bool writeOrigin(const QString &path, const QString &origin)
-{
-    CheckedSaveFile file(path);
-    if (!file.open())
-        return false;
-    file.write(origin.toUtf8());
-    return file.commit();
+        return std::nullopt;
+    const QByteArray bytes = file.readAll();
+    const qsizetype originEnd = bytes.indexOf('\n', FirstLine.size());
+    const qsizetype titleEnd = originEnd < 0 ? -1 : bytes.indexOf('\n', originEnd + 1);
+    if (!bytes.startsWith(FirstLine) || titleEnd < 0)
+        return std::nullopt;
+    RecoveryJournal::Entry entry{run, QString::fromUtf8(bytes.mid(FirstLine.size(), originEnd - FirstLine.size())),
+                                 Database::NewDocument(Database::BlankTemplate)};
+    entry.record.DocumentTitle = QString::fromUtf8(bytes.mid(originEnd + 1, titleEnd - originEnd - 1));
+    entry.record.page(1).item(1).Text = QString::fromUtf8(bytes.mid(titleEnd + 1));
+    return entry;
 }
 
 } // namespace
@@ -61,14 +75,9 @@ QString RecoveryJournal::folder()
     return XdgPaths::stateHome() + QStringLiteral("/lantern/recovery");
 }
 
-QString RecoveryJournal::textPath(const QString &run) const
+QString RecoveryJournal::pathOf(const QString &run)
 {
-    return folder() + u'/' + run + QStringLiteral(".TXT");
-}
-
-QString RecoveryJournal::originPath(const QString &run) const
-{
-    return folder() + u'/' + run + QStringLiteral(".origin");
+    return folder() + u'/' + run + QStringLiteral(".journal");
 }
 
 void RecoveryJournal::keep(const QString &origin, const DocumentRecord &record)
@@ -86,7 +95,6 @@ void RecoveryJournal::writeWaiting()
 {
     for (;;) {
         Pending pending;
-        bool originChanged = false;
         quint64 taken = 0;
         {
             QMutexLocker locker(&m_lock);
@@ -94,19 +102,18 @@ void RecoveryJournal::writeWaiting()
                 return;
             pending = *m_waiting;
             taken = m_handedIn;
-            originChanged = m_writtenOrigin != pending.origin;
         }
         // The writing itself runs unlocked, so that keep never waits for it.
         QDir().mkpath(folder());
-        // The origin first: a text on the disk always knows whose it is.
-        bool written = !originChanged || writeOrigin(originPath(m_run), pending.origin);
-        written = written && Database::SaveDocument(textPath(m_run), pending.record, Database::Sequential);
+        CheckedSaveFile file(pathOf(m_run));
+        const bool opened = file.open();
+        if (opened)
+            file.write(journalText(pending.origin, pending.record));
+        const bool written = opened && file.commit();
         if (!written)
             RuntimeLog::note("RecoveryJournal", QStringLiteral("could not keep the text in %1").arg(folder()));
         {
             QMutexLocker locker(&m_lock);
-            if (written && originChanged)
-                m_writtenOrigin = pending.origin;
             // Done, unless a newer text came while this one was written.
             if (m_handedIn == taken)
                 m_waiting.reset();
@@ -128,26 +135,19 @@ void RecoveryJournal::discard()
         m_waiting.reset();
     }
     flush();
-    QFile::remove(textPath(m_run));
-    QFile::remove(originPath(m_run));
-    QMutexLocker locker(&m_lock);
-    m_writtenOrigin.reset();
+    QFile::remove(pathOf(m_run));
 }
 
 std::optional<RecoveryJournal::Entry> RecoveryJournal::leftBehind() const
 {
-    QStringList names = QDir(folder()).entryList({QStringLiteral("*.TXT")}, QDir::Files, QDir::Name | QDir::Reversed);
-    for (const QString &name : std::as_const(names)) {
-        const QString run = name.chopped(4);
+    const QStringList names = QDir(folder()).entryList({QStringLiteral("*.journal")}, QDir::Files, QDir::Name | QDir::Reversed);
+    for (const QString &name : names) {
+        const QString run = name.chopped(int(QStringLiteral(".journal").size()));
         if (run == m_run)
             continue;
-        bool readable = false;
-        DocumentRecord record = Database::LoadDocument(textPath(run), Database::Sequential, &readable);
-        if (!readable) {
-            RuntimeLog::note("RecoveryJournal", QStringLiteral("%1 cannot be read; it stays as it is").arg(name));
-            continue;
-        }
-        return Entry{run, readOrigin(originPath(run)), record};
+        if (std::optional<Entry> entry = readJournal(pathOf(run), run))
+            return entry;
+        RuntimeLog::note("RecoveryJournal", QStringLiteral("%1 cannot be read; it stays as it is").arg(name));
     }
     return std::nullopt;
 }
@@ -158,14 +158,6 @@ void RecoveryJournal::adopt(const QString &run)
         return;
     discard();
     // Renamed, not copied: the text is never in two places or none.
-    const bool hasOrigin = QFile::exists(originPath(run));
-    if (hasOrigin && !QFile::rename(originPath(run), originPath(m_run)))
-        return;
-    if (!QFile::rename(textPath(run), textPath(m_run))) {
-        if (hasOrigin)
-            QFile::rename(originPath(m_run), originPath(run));
-        return;
-    }
-    QMutexLocker locker(&m_lock);
-    m_writtenOrigin = hasOrigin ? std::optional<QString>(readOrigin(originPath(m_run))) : std::nullopt;
+    if (!QFile::rename(pathOf(run), pathOf(m_run)))
+        RuntimeLog::note("RecoveryJournal", QStringLiteral("could not take over %1").arg(run));
 }

@@ -12,12 +12,13 @@
 // What the user wrote since the open document was last saved, kept on the
 // disk so that a crash, a killed program or a power cut loses none of it.
 //
-// Each run keeps its text in a file of its own in the journal folder: the
-// document as it would be saved ("<run>.TXT", the document file format) and
-// the file it belongs to ("<run>.origin", empty for a document never saved).
-// Writing happens on a thread of its own, the newest text replacing any
-// still waiting, so typing never waits for the disk. A save throws the text
-// away; what a crashed run left behind is offered back at the next start.
+// Each run keeps its text in one file of its own in the journal folder,
+// "<run>.journal": the file the document belongs to (empty for a document
+// never saved), its title and its first box's rich text, in UTF-8, written
+// whole before it replaces the last one. Writing happens on a thread of its
+// own, the newest text replacing any still waiting, so typing never waits for
+// the disk. A save throws the text away; what a crashed run left behind is
+// offered back at the next start.
 class RecoveryJournal : public QObject
 {
     Q_OBJECT
@@ -61,14 +62,12 @@ private:
         DocumentRecord record;
     };
 
-    QString textPath(const QString &run) const;
-    QString originPath(const QString &run) const;
+    static QString pathOf(const QString &run);
     void writeWaiting();   // on the writing thread
 
     const QString m_run;
     QThreadPool m_writer;
-    QMutex m_lock;                   // guards the three below
+    QMutex m_lock;                   // guards the two below
     std::optional<Pending> m_waiting;
     quint64 m_handedIn = 0;          // texts handed to keep so far
-    std::optional<QString> m_writtenOrigin;
 };

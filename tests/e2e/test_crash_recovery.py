@@ -54,7 +54,7 @@ def a_new_document_killed():
         files = document_files()
         check("saving it makes it a document of its own",
               len(files) == 1 and read_document(files[0])[0] == "Plum" and WRITING in read_document(files[0])[2], files)
-        check("and the journal lets it go", glob.glob(os.path.join(JOURNAL, "*.TXT")) == [])
+        check("and the journal lets it go", glob.glob(os.path.join(JOURNAL, "*")) == [])
 
     with Screen(1366, 768) as lantern:
         lantern.find("白紙の文書", "table cell", exact=False, timeout=20)
