@@ -9,6 +9,7 @@
 #include "workspace/Workspace.h"
 
 #include <QApplication>
+#include <QElapsedTimer>
 #include <QTableWidget>
 
 
@@ -44,10 +45,19 @@ void StartUpToWelcomeBox(benchmark::State &state)
         workspace->Reload();
         workspace->ApplySetting();
         workspace->Start();
-        QCoreApplication::processEvents();
-        if (!workspace->welcomeBox()->isVisible()
-            || workspace->welcomeBox()->MenuBoxFigures(WelcomeBox::RecentPage)->columnCount() != DocumentCount)
+        // The lists are filled once the window's first picture is shown.
+        const auto filled = [workspace] {
+            return workspace->welcomeBox()->isVisible()
+                && workspace->welcomeBox()->MenuBoxFigures(WelcomeBox::RecentPage)->columnCount() == DocumentCount;
+        };
+        QElapsedTimer waited;
+        waited.start();
+        while (!filled() && waited.elapsed() < 5000)
+            QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+        if (!filled()) {
             state.SkipWithError("the welcome box did not show every document");
+            break;
+        }
         state.PauseTiming();
         delete workspace;
         state.ResumeTiming();
@@ -65,12 +75,18 @@ void OpenFromRecentList(benchmark::State &state)
     workspace.ApplySetting();
     workspace.Start();
     QTableWidget *recent = workspace.welcomeBox()->MenuBoxFigures(WelcomeBox::RecentPage);
+    QElapsedTimer waited;
+    waited.start();
+    while (recent->columnCount() < DocumentCount && waited.elapsed() < 5000)
+        QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
     int column = 0;
     for (auto _ : state) {
         emit recent->cellClicked(0, column);
         QCoreApplication::processEvents();
-        if (workspace.Document() != Workspace::DocumentView)
+        if (workspace.Document() != Workspace::DocumentView) {
             state.SkipWithError("the document did not open");
+            break;
+        }
         state.PauseTiming();
         // Back to the list without saving: the document is left as it was.
         workspace.welcomeBox()->show();
