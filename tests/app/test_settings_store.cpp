@@ -4,7 +4,6 @@
 #include "platform/vb/VbError.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
@@ -143,20 +142,6 @@ private slots:
         QCOMPARE(SettingsStore::Runtime(), true);
         QCOMPARE(SettingsStore::KeyList(pairs), qint16(3));
         QCOMPARE(pairs, QList<SettingsStore::KeyPair>({{"Hiragana,1,1", "あ"}, {"Alpha,2,1", "B"}, {"Romaji,1,1", "a"}}));
-
-        SettingsStore::Reset();
-        QVERIFY(!QFile::exists(SettingsStore::filePath()));
-        SettingsStore::reload();
-        QCOMPARE(SettingsStore::KeyList(pairs), qint16(0));
-        QCOMPARE(SettingsStore::Runtime(), false);
-    }
-
-    void documentFolderIsMadeUnderTheDataFolder()
-    {
-        const QString expected = qEnvironmentVariable("XDG_DATA_HOME") + QStringLiteral("/Fernwick/Nib");
-        QDir(expected).removeRecursively();
-        QCOMPARE(SettingsStore::DocumentFolder(), expected);
-        QVERIFY(QFileInfo(expected).isDir());
     }
 
     void anUnusableConfigFolderLosesTheSaveButNeverCrashes()
