@@ -70,17 +70,6 @@ void clickCell(QTableWidget *grid, int row, int column)
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualItemRect(item).center());
 }
 
-// Types any text, as an input method hands it over: one key event per character.
-void typeText(QWidget *widget, const QString &text)
-{
-    for (const QChar ch : text) {
-        for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-            QKeyEvent key(type, 0, Qt::NoModifier, QString(ch));
-            QApplication::sendEvent(widget, &key);
-        }
-    }
-}
-
 QStringList documentFiles()
 {
     return QDir(SettingsStore::DocumentFolder()).entryList({u"*.TXT"_s}, QDir::Files, QDir::Name);
@@ -369,7 +358,7 @@ private slots:
     void revertAsksAndRestores()
     {
         openTemplate();
-        typeText(box(), u"消える文"_s);
+        box()->insertPlainText(u"消える文"_s);
         title()->setText(u"下書き"_s);
         answerNext(false);
         click(side(SideMenuBar::Revert));
