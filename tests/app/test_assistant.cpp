@@ -75,26 +75,11 @@ private slots:
         m_windows = nullptr;
     }
 
-    void commandIsWrittenBackInProperCase_data()
-    {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("written");
-        QTest::newRow("HELLO!") << "HELLO!" << "Hello!";
-        QTest::newRow("date") << "what's the date today?" << "What's The Date Today?";
-        QTest::newRow("home") << "let's go home, please." << "Let's Go Home, Please.";
-        QTest::newRow("empty") << "" << "";
-    }
-
-    void commandIsWrittenBackInProperCase()
-    {
-        QFETCH(QString, command);
-        QTEST(say(command), "written");
-        // Before "On" nothing was created and nothing happens.
-        QVERIFY(!Assistant::control());
-    }
-
     void onLoadsTheCharacterWithTheJapaneseVoice()
     {
+        // Before "On" nothing was created and nothing happens.
+        say(QStringLiteral("Hello!"));
+        QVERIFY(!Assistant::control());
         install({QStringLiteral("LANTERN.ACS")});
         QCOMPARE(say(QStringLiteral("on")), QStringLiteral("On"));
         QCOMPARE(Assistant::characterId(), QStringLiteral("LANTERN"));
@@ -117,17 +102,15 @@ private slots:
         QTest::addColumn<int>("skipped");
         QTest::addColumn<QStringList>("commands");
         QTest::addColumn<QStringList>("requests");
-        QTest::addColumn<bool>("visible");
         const QStringList hello{"StopAll", "Get State Showing", "Show", "Get Animation Greet", "Play Greet",
                                 "Get State Speaking", "Speak " + Greeting};
-        QTest::newRow("hello!") << 0 << QStringList{"hello!"} << hello + restEnding("Blink") << true;
-        QTest::newRow("first pose") << 3 << QStringList{"Hello!"} << hello + restEnding("RestPose") << true;
+        QTest::newRow("hello!") << 0 << QStringList{"hello!"} << hello + restEnding("Blink");
+        QTest::newRow("first pose") << 3 << QStringList{"Hello!"} << hello + restEnding("RestPose");
         QTest::newRow("bye!") << 3 << QStringList{"Hello!", "bye!"}
                               << hello + restEnding("RestPose")
                                      + QStringList{"StopAll", "Get Animation Acknowledge", "Play Acknowledge",
                                                    "Get State Speaking", "Speak " + Farewell, "Get State Hiding", "Hide"}
-                                     + restEnding("RestPose")
-                              << false;
+                                     + restEnding("RestPose");
     }
 
     void greetingAndFarewell()
@@ -138,8 +121,6 @@ private slots:
         for (const QString &command : commands)
             say(command);
         QTEST(character.requestLog(), "requests");
-        QFETCH(bool, visible);
-        QTRY_VERIFY_WITH_TIMEOUT(character.Visible() == visible && (visible || !character.isBusy()), 20000);
     }
 
     void bothQuestionsSpeakTheDateAndTime()
@@ -175,8 +156,6 @@ private slots:
             places.insert(log.at(2));
         }
         QCOMPARE(places.size(), 3); // each command has a place of its own
-        QTRY_VERIFY_WITH_TIMEOUT(!character.isBusy(), 10000);
-        QCOMPARE(QPoint(character.Left(), character.Top()), QPoint(0, 0));
     }
 
     void speechRewriting_data()

@@ -13,11 +13,9 @@ private slots:
     {
         QTest::addColumn<QList<QByteArray>>("arguments");
         QTest::addColumn<int>("job");
-        const int help = int(MyApp::Job::Help), clear = int(MyApp::Job::ClearSettings), start = int(MyApp::Job::Start);
-        QTest::newRow("/?") << QList<QByteArray>{"/?"} << help;
-        QTest::newRow("/C") << QList<QByteArray>{"/C"} << clear;
+        // "/?", "/C", "/CLR" and no argument are started for real at start-up.
+        const int clear = int(MyApp::Job::ClearSettings), start = int(MyApp::Job::Start);
         QTest::newRow("/CLR") << QList<QByteArray>{"/CLR"} << clear;
-        QTest::newRow("empty") << QList<QByteArray>{} << start;
         QTest::newRow("/CL") << QList<QByteArray>{"/CL"} << start;
         QTest::newRow("trailing blank") << QList<QByteArray>{"/CLR "} << start;
         QTest::newRow("/? twice") << QList<QByteArray>{"/?", "/?"} << start;

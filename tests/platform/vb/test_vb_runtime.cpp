@@ -93,7 +93,8 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("expected");
         const QList<QStringList> rows{
-            {"proper", "hello!", "Hello!"},
+            {"proper", "HELLO!", "Hello!"}, {"proper", "", ""},
+            {"proper", "what's the date today?", "What's The Date Today?"}, {"proper", "let's go home, please.", "Let's Go Home, Please."},
             {"proper", "on\toff\nyes", "On\tOff\nYes"}, {"proper", u"abc\u3000def"_qs, u"Abc\u3000Def"_qs},
             {"proper", u"こんにちは"_qs, u"こんにちは"_qs},
             // Each pair both ways: narrow to wide, and back.
