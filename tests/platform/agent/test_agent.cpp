@@ -10,7 +10,6 @@
 #include "platform/vb/VbError.h"
 #include "support/FileBytes.h"
 
-#include <QPainter>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -32,24 +31,6 @@ struct Lantern : AgentCharacter
         connect(this, &AgentCharacter::animationStarted, [this](const QString &a) { animations << a; });
     }
 };
-
-CharacterFile smallCharacter()
-{
-    CharacterFile character;
-    character.name = QStringLiteral("テスト");
-    character.size = QSize(40, 50);
-    for (const QColor colour : {QColor(Qt::red), QColor(Qt::blue)}) {
-        QImage image(character.size, QImage::Format_ARGB32_Premultiplied);
-        image.fill(Qt::transparent);
-        QPainter(&image).fillRect(5, 5, 20, 20, colour);
-        character.images.append(image);
-    }
-    character.balloonBackground = QColor(0x11, 0x22, 0x33);
-    character.animations.insert(QStringLiteral("RestPose"), {{0, 100}});
-    character.animations.insert(QStringLiteral("Greet"), {{0, 50}, {1, 120}, {0, 80}});
-    character.states.insert(QStringLiteral("Speaking"), {QStringLiteral("Greet")});
-    return character;
-}
 
 QByteArray bytesOf(const CharacterFile &character)
 {
@@ -226,7 +207,7 @@ private slots:
     void damagedFilesAreRefused_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        const QByteArray good = bytesOf(smallCharacter());
+        const QByteArray good = fileBytes(LanternFile);
         QTest::newRow("empty") << QByteArray();
         QTest::newRow("foreign") << QByteArray("ACSF\x01\x00\x00\x00 not ours");
         QTest::newRow("cut short") << good.left(good.size() / 2);
@@ -237,8 +218,11 @@ private slots:
         badPicture[badPicture.size() - 30] = '\xFF';
         badPicture[badPicture.size() - 31] = '\x00';
         QTest::newRow("damaged picture") << badPicture;
-        CharacterFile missingPicture = smallCharacter();
-        missingPicture.animations.insert(QStringLiteral("Broken"), {{7, 100}});
+        CharacterFile missingPicture;
+        missingPicture.size = QSize(4, 4);
+        missingPicture.images.append(QImage(missingPicture.size, QImage::Format_ARGB32_Premultiplied));
+        missingPicture.images.first().fill(Qt::red);
+        missingPicture.animations.insert(QStringLiteral("Broken"), {{1, 100}});
         QTest::newRow("animation of a missing picture") << bytesOf(missingPicture);
     }
 
