@@ -96,7 +96,7 @@ private slots:
             {"proper", "HELLO!", "Hello!"}, {"proper", "", ""},
             {"proper", "what's the date today?", "What's The Date Today?"}, {"proper", "let's go home, please.", "Let's Go Home, Please."},
             {"proper", "on\toff\nyes", "On\tOff\nYes"}, {"proper", u"abc\u3000def"_qs, u"Abc\u3000Def"_qs},
-            {"proper", u"こんにちは"_qs, u"こんにちは"_qs},
+            {"proper", u"こんにちは"_qs, u"こんにちは"_qs}, {"proper", "canon iP2700 series", "Canon Ip2700 Series"},
             // Each pair both ways: narrow to wide, and back.
             {"wide", "Az09", u"Ａｚ０９"_qs}, {"wide", "!~ @{}", u"！～　＠｛｝"_qs},
             {"wide", u"ｱｲｳｦﾝｯｰ"_qs, u"アイウヲンッー"_qs}, {"wide", u"ｶﾞﾊﾟｳﾞ"_qs, u"ガパヴ"_qs},
