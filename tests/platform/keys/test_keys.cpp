@@ -51,7 +51,6 @@ private slots:
         QTest::addColumn<QString>("text");
         QTest::newRow("editing keys") << "abc{LEFT}{BACKSPACE}X~y" << "aX\nyc";
         QTest::newRow("shift selects") << "one two{HOME}+{END}Z" << "Z";
-        QTest::newRow("ctrl moves by words") << "one tail^{LEFT}+^{RIGHT}{BACKSPACE}" << "one ";
         QTest::newRow("braced characters") << "{+}{^}{~}{{}{}}{*}+a" << "+^~{}*A";
         QTest::newRow("characters without a key") << "Ａにほんご" << "Ａにほんご";
     }
