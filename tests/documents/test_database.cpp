@@ -81,7 +81,6 @@ private slots:
                              record.PaperSetting5, record.Copies, record.Zoom, record.PageCount}),
                  QList<int>({10, 7, 1, 1, -3, 1, 100, 1}));
         QCOMPARE(record.Pages.size(), 1);
-        QCOMPARE(record.page(1).ItemCount, 1);
         QCOMPARE(record.page(1).Items.size(), 1);
         const DocumentItem &box = record.page(1).item(1);
         QCOMPARE(QList<float>({box.Left, box.Top, box.Width, box.Height}), QList<float>({1.5f, 2.0f, 18.0f, 25.7f}));
@@ -150,9 +149,7 @@ private slots:
         // A long body is one line: nothing wraps it.
         QCOMPARE(fileBytes(path).count("\r\n"), 2);
         const DocumentRecord loaded = Database::LoadDocument(path, 2);
-        QCOMPARE(loaded.DocumentTitle, QString("旅行の計画"));
-        QCOMPARE(loaded.Timestamp, at(2009, 4, 1, 9, 30, 15));
-        QCOMPARE(loaded.page(1).item(1).Text, text);
+        QCOMPARE(std::pair(loaded.DocumentTitle, loaded.page(1).item(1).Text), std::pair(record.DocumentTitle, text));
         // Everything else comes back blank.
         QCOMPARE(QList<int>({loaded.Zoom, loaded.Copies, loaded.PaperSetting1, loaded.PageCount, loaded.page(1).ItemCount}),
                  QList<int>({100, 1, 10, 1, 1}));

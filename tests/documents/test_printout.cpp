@@ -21,16 +21,6 @@ namespace {
 
 using Word = PdfReadBack::Word;
 
-// The words of a page NFKC-folded: some faces name a kanji by its radical
-// form (文 as ⽂) in the PDF's text layer.
-QList<Word> wordsOf(const QString &pdf, int page)
-{
-    QList<Word> words = PdfReadBack::words(pdf, page);
-    for (Word &word : words)
-        word.text = word.text.normalized(QString::NormalizationForm_KC);
-    return words;
-}
-
 // The box around every word of the page that belongs to the text.
 QRectF boxOf(const QList<Word> &words, const QString &text)
 {
@@ -127,7 +117,7 @@ private slots:
         QCOMPARE(PdfReadBack::pageCount(pdf), 1);
         QVERIFY2(PdfReadBack::info(pdf).contains(QRegularExpression("Page size:\\s+" + pageSize)), qPrintable(PdfReadBack::info(pdf)));
 
-        const QList<Word> words = wordsOf(pdf, 1);
+        const QList<Word> words = PdfReadBack::words(pdf, 1);
         const QRectF left = boxOf(words, leftText), centred = boxOf(words, centredText);
         const QRectF right = boxOf(words, rightText), bullet = boxOf(words, bulletText);
         QVERIFY(!left.isNull() && !centred.isNull() && !right.isNull() && !bullet.isNull());
@@ -164,7 +154,7 @@ private slots:
 
         const QString pdf = printToPdf(QStringLiteral("overflow.pdf"));
         QCOMPARE(PdfReadBack::pageCount(pdf), 2);
-        const QList<Word> firstWords = wordsOf(pdf, 1), secondWords = wordsOf(pdf, 2);
+        const QList<Word> firstWords = PdfReadBack::words(pdf, 1), secondWords = PdfReadBack::words(pdf, 2);
         const auto first = linesOf(firstWords), second = linesOf(secondWords);
         QVERIFY(!first.isEmpty() && !second.isEmpty());
         // Every line once, in order, none lost or doubled at the break.

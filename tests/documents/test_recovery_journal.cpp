@@ -42,14 +42,6 @@ private slots:
         QCOMPARE(found->record.page(1).item(1).Text, QStringLiteral("{\\rtf1 梅が咲きました}"));
     }
 
-    void savedTextIsNotOffered()
-    {
-        RecoveryJournal saved;
-        saved.keep(QString(), written(QStringLiteral("kept"), QStringLiteral("x")));
-        saved.discard();
-        QCOMPARE(leftBehindTitle(), QStringLiteral("(nothing)"));
-    }
-
     void theNewestRunComesFirst()
     {
         RecoveryJournal older;

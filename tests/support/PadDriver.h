@@ -148,9 +148,6 @@ public:
         return std::exchange(m_strokes, {});
     }
 
-    // The strokes a key string in the key-sending notation stands for.
-    static QList<KeyStroke> of(const QString &keys) { return KeyNotation::parse(keys); }
-
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {

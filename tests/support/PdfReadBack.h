@@ -11,7 +11,9 @@
 // (pdftotext -bbox) and its summary (pdfinfo).
 namespace PdfReadBack {
 
-// One word, its box in centimetres from the sheet's top-left corner.
+// One word, NFKC-folded (some faces name a kanji by its radical form, 文 as
+// ⽂, in the PDF's text layer), its box in centimetres from the sheet's
+// top-left corner.
 struct Word
 {
     QString text;
@@ -32,7 +34,7 @@ inline QList<Word> words(const QString &pdf, int page = 1)
         const auto m = it.next();
         const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
         const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
-        found.append({ m.captured(5), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
+        found.append({ m.captured(5).normalized(QString::NormalizationForm_KC), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
     }
     return found;
 }

@@ -34,6 +34,17 @@ private slots:
         across->setPageStep(20);
         across->setRange(0, 180);
         QCOMPARE(std::tuple(bars.HScrollMin(), bars.HScrollMax(), bars.HScrollPage()), std::tuple(0, 199, 20));
+
+        // Initialize and Terminate switch the look, each once, and only with a window.
+        FlatScrollBar loose;
+        QVERIFY(!loose.Initialize());
+        QVERIFY(!loose.Terminate());
+        QVERIFY(!bars.Terminate());
+        QVERIFY(bars.Initialize());
+        QCOMPARE(area.verticalScrollBar()->style(), FlatScrollStyle::instance());
+        QVERIFY(bars.Terminate());
+        QCOMPARE(area.verticalScrollBar()->style(), QApplication::style());
+        QVERIFY(!bars.Terminate());
     }
 
     // On a scroll area's bars and on a plain window's own bars, which the
@@ -90,22 +101,6 @@ private slots:
             bars.SetEnabled(true);
             QVERIFY(across->isEnabled() && down->isEnabled());
         }
-    }
-
-    void initializeAndTerminateSwitchTheLook()
-    {
-        FlatScrollBar loose;
-        QVERIFY(!loose.Initialize());
-        QVERIFY(!loose.Terminate());
-        QAbstractScrollArea area;
-        FlatScrollBar bars;
-        bars.SetWindow(&area);
-        QVERIFY(!bars.Terminate());
-        QVERIFY(bars.Initialize());
-        QCOMPARE(area.verticalScrollBar()->style(), FlatScrollStyle::instance());
-        QVERIFY(bars.Terminate());
-        QCOMPARE(area.verticalScrollBar()->style(), QApplication::style());
-        QVERIFY(!bars.Terminate());
     }
 };
 

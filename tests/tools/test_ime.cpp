@@ -52,17 +52,8 @@ private slots:
             QMetaObject::invokeMethod(this, [&ran] { ran = true; }, Qt::QueuedConnection);
             ime.KeyPress(code, false);
             QCOMPARE(std::pair(code, ran), std::pair(code, code == IME::ProcessEvents));
-            QCOMPARE(std::pair(code, sent.take()), std::pair(code, SentKeys::of(keys.value(code))));
+            QCOMPARE(std::pair(code, sent.take()), std::pair(code, KeyNotation::parse(keys.value(code))));
         }
-    }
-
-    void withoutAnInputMethodNothingIsOpen()
-    {
-        IME ime;
-        QCOMPARE(ime.Handle(), quintptr(0));
-        QCOMPARE(ime.Description(), QString());
-        QVERIFY(!ime.Enabled());
-        QCOMPARE(IME::IMEStatus(), 0);
     }
 
     // The sentence mode is written, the conversion mode only read; -1 only reads.
@@ -77,6 +68,11 @@ private slots:
     void readGivesTheLastResultAndItsReading()
     {
         IME ime;
+        // Without an input method nothing is open.
+        QCOMPARE(ime.Handle(), quintptr(0));
+        QCOMPARE(ime.Description(), QString());
+        QVERIFY(!ime.Enabled());
+        QCOMPARE(IME::IMEStatus(), 0);
         ime.setHandle(&window);
         QCOMPARE(ime.Read(), QStringLiteral("\r\n"));
         const auto send = [](QWidget *to, const QString &preedit, const QString &commit) {

@@ -145,7 +145,7 @@ private slots:
             pad->focus(onAButton ? static_cast<QWidget *>(pad->button) : pad->edit, QStringLiteral("ab"));
             SentKeys sent;
             pad->clickButton(index);
-            QCOMPARE(std::pair(index, sent.take()), std::pair(index, SentKeys::of(QString::fromUtf8(keys))));
+            QCOMPARE(std::pair(index, sent.take()), std::pair(index, KeyNotation::parse(QString::fromUtf8(keys))));
             if (index == 16)
                 pad->clickButton(16);   // the on/off button is a toggle: back to released
         }
@@ -252,7 +252,7 @@ private slots:
         QCOMPARE(pad->dialog->DisplayDigit->text(), display.value(0) + QStringLiteral("\r\n") + display.value(1));
     }
 
-    void resultsGoToTheFocusedTextControl()
+    void resultsAreHandedOnToTheFocusedControl()
     {
         pad->focus(pad->line, QStringLiteral("old text"));
         pad->pressCalculator(QStringLiteral("7+"));
@@ -262,12 +262,10 @@ private slots:
         QCOMPARE(pad->line->text(), QStringLiteral("8.25"));
         pad->pressCalculator(QStringLiteral("s"));
         QCOMPARE(pad->line->text(), QStringLiteral("-8.25"));
-    }
 
-    void otherControlsGetTheResultThroughTheHost()
-    {
+        // Other controls get the result through the host.
         pad->focus(pad->button);
-        pad->dialog->setOptions(InfoDlg::TransferResults);
+        pad->pressCalculator(QStringLiteral("C"));
         QList<qint64> amounts;
         QObject listener;
         connect(pad->dialog, &InfoDlg::ResultTransfer, &listener, [&amounts](Currency &amount) {

@@ -17,13 +17,12 @@ namespace {
 
 using Word = PdfReadBack::Word;
 
-// The boxes of every word that reads as the text, top to bottom. Some faces
-// name a kanji by its radical form (文 as ⽂) in the PDF's text layer.
+// The boxes of every word that reads as the text, top to bottom.
 QList<QRectF> boxesOf(const QList<Word> &words, const QString &text)
 {
     QList<QRectF> boxes;
     for (const Word &word : words) {
-        if (word.text.normalized(QString::NormalizationForm_KC) == text)
+        if (word.text == text)
             boxes.append(word.box);
     }
     std::sort(boxes.begin(), boxes.end(), [](const QRectF &a, const QRectF &b) { return a.top() < b.top(); });
