@@ -4,6 +4,7 @@
 #include "platform/agent/AgentControl.h"
 #include "platform/agent/Voice.h"
 #include "platform/vb/VbRandom.h"
+#include "support/FileBytes.h"
 
 #include <QDir>
 #include <QFile>
@@ -257,10 +258,7 @@ private slots:
         for (const QString &command : {"Hello!", "Bye!", "Thank you.", "What time is it now?", "こんにちは", "On", "Hello!"})
             say(command);
         QVERIFY(!Assistant::character());
-        QFile broken(Globals::WinDir + QStringLiteral("/MSAGENT/CHARS/BROKEN.ACS"));
-        QVERIFY(broken.open(QIODevice::WriteOnly));
-        broken.write("not a character");
-        broken.close();
+        QVERIFY(writeFileBytes(Globals::WinDir + QStringLiteral("/MSAGENT/CHARS/BROKEN.ACS"), "not a character"));
         say(QStringLiteral("On"));
         QCOMPARE(Assistant::characterId(), QStringLiteral("BROKEN"));
         QVERIFY(!Assistant::character());

@@ -1,6 +1,7 @@
 #include "app/PowerOff.h"
 #include "app/Shortcut.h"
 #include "platform/RecordingPowerControl.h"
+#include "support/FileBytes.h"
 
 #include <QFile>
 #include <QTest>
@@ -53,9 +54,7 @@ private slots:
         PowerOff::QuitRoutine(on, control, version);
         QTEST(control.requests(), "requests");
 
-        QFile entry(autostartEntry());
-        QVERIFY(entry.open(QIODevice::ReadOnly));
-        const QByteArray text = entry.readAll();
+        const QByteArray text = fileBytes(autostartEntry());
         QVERIFY(text.startsWith("[Desktop Entry]\nType=Application\nName=Fernwick Nib 2007\n"));
         QVERIFY2(text.contains("Exec=\"" + PowerOff::programPath().toUtf8() + "\"\n"), text);
     }

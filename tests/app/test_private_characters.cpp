@@ -2,10 +2,11 @@
 #include "app/Registry.h"
 #include "platform/EudcFontLink.h"
 #include "support/EudcValues.h"
+#include "support/FileBytes.h"
+#include "support/ToolOutput.h"
 
 #include <QFile>
 #include <QFontDatabase>
-#include <QProcess>
 #include <QTest>
 #include <QTextLayout>
 
@@ -39,9 +40,7 @@ private slots:
         setCurrent(mine);
         PrivateCharacters::Link(true, programFolder);
         QCOMPARE(eudcValues(), QStringList({programFolder + "/SKIN/USERFONT/EUDC.TTE", mine}));
-        QFile config(EudcFontLink::configPath());
-        QVERIFY(config.open(QIODevice::ReadOnly));
-        const QByteArray text = config.readAll();
+        const QByteArray text = fileBytes(EudcFontLink::configPath());
         QVERIFY2(text.contains("<dir>" + programFolder.toUtf8() + "/SKIN/USERFONT</dir>"), text);
         QVERIFY2(text.contains("<string>Lantern Private Characters</string>"), text);
 
@@ -78,10 +77,8 @@ private slots:
         QCOMPARE(runs.size(), 1);
         QCOMPARE(runs.first().rawFont().familyName(), QStringLiteral("Lantern Private Characters"));
         // In other programs of the session: fontconfig finds it for the code point.
-        QProcess fcList;
-        fcList.start("fc-list", {":charset=e000", "family"});
-        QVERIFY(fcList.waitForFinished(60000));
-        QVERIFY2(fcList.readAllStandardOutput().contains("Lantern Private Characters"), "fc-list does not see the link");
+        const QString listed = toolOutput(QStringLiteral("fc-list"), {QStringLiteral(":charset=e000"), QStringLiteral("family")}, 60000);
+        QVERIFY2(listed.contains("Lantern Private Characters"), "fc-list does not see the link");
     }
 };
 

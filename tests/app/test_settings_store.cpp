@@ -2,9 +2,9 @@
 #include "app/Globals.h"
 #include "app/SettingsStore.h"
 #include "platform/vb/VbError.h"
+#include "support/FileBytes.h"
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QFileInfo>
 #include <QTest>
 
@@ -15,17 +15,8 @@ class SettingsStoreTest : public QObject
 
     static void writeSettingsFile(const QByteArray &text)
     {
-        QFile file(SettingsStore::filePath());
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(text);
-        file.close();
+        QVERIFY(writeFileBytes(SettingsStore::filePath(), text));
         SettingsStore::reload();
-    }
-
-    static QByteArray settingsFileText()
-    {
-        QFile file(SettingsStore::filePath());
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
     // "Music", "Graphic", "Shutdown", "How-to", "Smart Pencil" as T and F, in load order.
@@ -62,7 +53,7 @@ private slots:
         Globals::MusicOn = false;
         SettingsStore::Save();
         QCOMPARE(QFileInfo(SettingsStore::filePath()).fileName(), QStringLiteral("Fernwick Nib 2007.ini"));
-        const QByteArray text = settingsFileText();
+        const QByteArray text = fileBytes(SettingsStore::filePath());
         QVERIFY2(text.contains("[Settings]\nPath=" + QCoreApplication::applicationDirPath().toUtf8() + "\n"
                                "Shutdown=False\nHow-to=True\nSmart Pencil=True\n"), text);
         QVERIFY2(text.contains("[Skin Settings]\nWallpaper Type=5\nWallpaper Directory=..\nWallpaper File=WELCOME.BMP\n"
@@ -136,9 +127,9 @@ private slots:
         QVERIFY(pairs.isEmpty());
         QCOMPARE(SettingsStore::Runtime(), false);
         SettingsStore::SetRuntime(true);
-        QVERIFY(settingsFileText().contains("[System]\nRuntime=True\n"));
+        QVERIFY(fileBytes(SettingsStore::filePath()).contains("[System]\nRuntime=True\n"));
 
-        writeSettingsFile(settingsFileText() + "[Key Settings]\nHiragana,1,1=あ\nAlpha,2,1=B\nRomaji,1,1=a\n");
+        writeSettingsFile(fileBytes(SettingsStore::filePath()) + "[Key Settings]\nHiragana,1,1=あ\nAlpha,2,1=B\nRomaji,1,1=a\n");
         QCOMPARE(SettingsStore::Runtime(), true);
         QCOMPARE(SettingsStore::KeyList(pairs), qint16(3));
         QCOMPARE(pairs, QList<SettingsStore::KeyPair>({{"Hiragana,1,1", "あ"}, {"Alpha,2,1", "B"}, {"Romaji,1,1", "a"}}));

@@ -1,7 +1,7 @@
 #include "app/Title.h"
 #include "app/TitleArtwork.h"
+#include "support/FileBytes.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -15,15 +15,13 @@ private slots:
     void pictureIsTheArtworkWhateverTheFile()
     {
         QTemporaryDir folder;
-        QFile cut(folder.filePath(QStringLiteral("TITLE.BMP")));
-        QVERIFY(cut.open(QIODevice::WriteOnly));
-        cut.write("BM\x10\x00");
-        cut.close();
+        const QString cut = folder.filePath(QStringLiteral("TITLE.BMP"));
+        QVERIFY(writeFileBytes(cut, "BM\x10\x00"));
         const QImage drawn = TitleArtwork::draw(TitleArtwork::size());
         QCOMPARE(Title().size(), QSize(560, 340));
         QCOMPARE(TitleArtwork::size(), QSize(560, 340));
         for (const QString &path : {QStringLiteral(LANTERN_PROGRAM_DIR "/SKIN/") + TitleArtwork::fileName(),
-                                    cut.fileName(), QStringLiteral("/nonexistent/TITLE.BMP")})
+                                    cut, QStringLiteral("/nonexistent/TITLE.BMP")})
             QVERIFY2(Title::picture(path).toImage().convertToFormat(QImage::Format_RGB32) == drawn, qPrintable(path));
     }
 };

@@ -1,6 +1,6 @@
 #include "platform/PlainBitmap.h"
+#include "support/GoldenRows.h"
 
-#include <QDir>
 #include <QTest>
 
 // The splash and the usual wallpaper are plain bitmaps read without Qt's image
@@ -13,29 +13,21 @@ class PlainBitmapTest : public QObject
     Q_OBJECT
 
 private slots:
-    void readsOrRefusesEachFile_data()
+    void readsEachFile_data() { addGoldenRows(QStringLiteral("plain_bitmap/read"), QStringLiteral("bmp")); }
+
+    void readsEachFile()
     {
-        QTest::addColumn<QString>("path");
-        QTest::addColumn<QString>("expected");
-        const QDir data(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/plain_bitmap"));
-        QVERIFY2(data.exists(QStringLiteral("read")) && data.exists(QStringLiteral("refused")), qPrintable(data.path()));
-        for (const QString folder : {QStringLiteral("read"), QStringLiteral("refused")})
-            for (const QFileInfo &file : QDir(data.filePath(folder)).entryInfoList({QStringLiteral("*.bmp")})) {
-                const QString ppm = file.path() + u'/' + file.completeBaseName() + QStringLiteral(".ppm");
-                QTest::newRow(qPrintable(folder + u'/' + file.fileName()))
-                    << file.filePath() << (folder == QLatin1String("read") ? ppm : QString());
-            }
+        QFETCH(QString, file);
+        const QImage expected(goldenBeside(file, QStringLiteral("ppm")), "PPM");
+        QCOMPARE(PlainBitmap::read(file), expected.convertToFormat(QImage::Format_RGB32));
     }
 
-    void readsOrRefusesEachFile()
+    void refusesEachFile_data() { addGoldenRows(QStringLiteral("plain_bitmap/refused"), QStringLiteral("bmp")); }
+
+    void refusesEachFile()
     {
-        QFETCH(QString, path);
-        QFETCH(QString, expected);
-        const QImage image = PlainBitmap::read(path);
-        if (expected.isEmpty())
-            QVERIFY(image.isNull());
-        else
-            QCOMPARE(image, QImage(expected, "PPM").convertToFormat(QImage::Format_RGB32));
+        QFETCH(QString, file);
+        QVERIFY(PlainBitmap::read(file).isNull());
     }
 
     void missingFileAndNames()

@@ -2,6 +2,7 @@
 #include "platform/rtf/RtfReader.h"
 #include "platform/rtf/RtfWriter.h"
 #include "support/FileBytes.h"
+#include "support/GoldenRows.h"
 
 #include <QTextBlock>
 #include <QTextCursor>
@@ -130,21 +131,13 @@ private slots:
     // Every <case>.html in tests/data/rtf_writer is a document; <case>.rtf beside
     // it holds the bytes written for it, as the Windows rich-text box and WordPad
     // write the same content.
-    void writesEachSample_data()
-    {
-        QTest::addColumn<QString>("base");
-        const QDir folder(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/rtf_writer"));
-        const QStringList inputs = folder.entryList({u"*.html"_qs}, QDir::Files, QDir::Name);
-        QVERIFY(inputs.size() >= 10);
-        for (const QString &name : inputs)
-            QTest::newRow(qPrintable(name)) << folder.filePath(name.chopped(5));
-    }
+    void writesEachSample_data() { addGoldenRows(QStringLiteral("rtf_writer"), QStringLiteral("html")); }
     void writesEachSample()
     {
-        QFETCH(QString, base);
+        QFETCH(QString, file);
         QTextDocument document;
-        document.setHtml(QString::fromUtf8(fileBytes(base + u".html"_qs)));
-        const QByteArray expected = fileBytes(base + u".rtf"_qs);
+        document.setHtml(QString::fromUtf8(fileBytes(file)));
+        const QByteArray expected = fileBytes(goldenBeside(file, QStringLiteral("rtf")));
         QVERIFY(!expected.isEmpty());
         QCOMPARE(RtfWriter::write(&document), expected);
         QCOMPARE(RtfWriter::writeString(&document), QString::fromLatin1(expected));
@@ -156,7 +149,6 @@ private slots:
         QCOMPARE(back.toPlainText(), document.toPlainText());
         QCOMPARE(back.blockCount(), document.blockCount());
         QCOMPARE(RtfWriter::write(&back), expected);
-
     }
 
     void writesOnlyTheSelection()
