@@ -115,7 +115,6 @@ private slots:
         QCOMPARE(loaded.DocumentTitle, fields["title"].toString());
         QCOMPARE(loaded.Timestamp, timeOf(fields["time"]));
         QCOMPARE(loaded.page(1).item(1).Text, fields["text"].toString());
-        QCOMPARE(loaded.Zoom, 100);
         const Database::Header header = Database::ReadHeader(file);
         QCOMPARE(header.DocumentTitle, loaded.DocumentTitle);
         QCOMPARE(header.Timestamp, loaded.Timestamp);
