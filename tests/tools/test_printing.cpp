@@ -123,7 +123,6 @@ private slots:
             QCOMPARE(std::tuple(job.page, printer->paperSize(), printer->zoom(), printer->paperBin(), printer->printQuality(),
                                 printer->copies(), printer->duplex(), printer->orientation()),
                      std::tuple(job.page, job.paperSize, job.zoom, 7, -3, 1, 1, job.orientation));
-            printing.EndDoc();
         }
     }
 
@@ -143,7 +142,6 @@ private slots:
         QCOMPARE(printing.printer()->fontSize(), 5.0f);
         printing.Alloc(false, &page, 13);
         QCOMPARE(defined, (QList<std::pair<qint16, QSizeF *>>{{12, &page}}));
-        printing.EndDoc();
     }
 
     void everyPageStartsFromTheSameState()
@@ -163,13 +161,15 @@ private slots:
         QCOMPARE(std::pair(printer->currentX(), printer->currentY()), std::pair(0.0, 0.0));
         QVERIFY(printer->isPrinting());
         QCOMPARE(printing->leftMargin(), 2.0f);   // the margins are the caller's and stay
-        printing->EndDoc();
     }
 
     // Margins left 2, top 1.5; each step from where the last one left off.
+    // Then right 1.5, top 1, bottom 2.5 in a 19 × 27.7 scale: the viewport
+    // ends strictly before the margins.
     void locateFromTheMarginsOrRelative()
     {
         auto printing = newJob(nextFile());
+        const PrinterDevice *printer = printing->printer();
         printing->Margins(3, 2);
         printing->Margins(1, 1.5f);
         const struct { float x, y; bool relative; double atX, atY; } steps[] = {
@@ -178,27 +178,17 @@ private slots:
         };
         for (const auto &step : steps) {
             printing->Locate(step.x, step.y, step.relative);
-            QCOMPARE(std::pair(printing->printer()->currentX(), printing->printer()->currentY()),
-                     std::pair(step.atX, step.atY));
+            QCOMPARE(std::pair(printer->currentX(), printer->currentY()), std::pair(step.atX, step.atY));
         }
-        printing->EndDoc();
-    }
 
-    // Margins left 2, right 1.5, top 1, bottom 2.5 in a 19 × 27.7 scale.
-    void viewportEndsStrictlyBeforeTheMargins()
-    {
-        auto printing = newJob(nextFile());
-        const PrinterDevice *printer = printing->printer();
         QCOMPARE(std::pair(printer->scaleWidth(), printer->scaleHeight()), std::pair(19.0, 27.7));
         QCOMPARE(std::pair(printing->PaddingX(), printing->PaddingY()), std::pair(1.0f, 1.0f));
-        printing->Margins(3, 2);
         printing->Margins(4, 1.5f);
         printing->Margins(1, 1);
         printing->Margins(2, 2.5f);
         printing->Locate(15.5f, 24.2f, false);   // x 17.5 and y 25.2: on the right and bottom margins
         for (const auto &[step, inside] : {std::pair(0.0f, false), {-0.01f, true}, {0.01f, false}})
             QCOMPARE(std::tuple(step, printing->IsViewportX(step), printing->IsViewportY(step)), std::tuple(step, inside, inside));
-        printing->EndDoc();
     }
 
     // One line is the height of a line of text in the current font.
@@ -223,10 +213,9 @@ private slots:
         printing->StepX(0);
         QVERIFY(printer->currentX() > 3);
         QVERIFY(printer->currentX() - 3 < printer->textWidth(QStringLiteral("あ")));   // one tab
-        printing->EndDoc();
     }
 
-    void setFontByFaceAndZoomedSize()
+    void fontAndLineWidthFollowTheZoom()
     {
         auto printing = newJob(nextFile());
         PrinterDevice *printer = printing->printer();
@@ -244,26 +233,20 @@ private slots:
             QCOMPARE(printer->fontName(), QString::fromUtf8(step.name));
             QCOMPARE(printer->fontSize(), step.points);
         }
-        printing->EndDoc();
-    }
 
-    void setDrawingInWholePixels()
-    {
-        auto printing = newJob(nextFile(), 13);
-        PrinterDevice *printer = printing->printer();
+        // Line widths in whole printer pixels.
         QCOMPARE(printer->printer()->logicalDpiX(), 1200);
         // 0.1 cm × 86 % at 1200 dpi is 40.6 pixels: 41. At zoom 0, 0.0254 cm
         // is 12 pixels and 0.02751 cm 12.998, still 13 after rounding.
-        const struct { int zoom; int style; float width; int pixels; int styleAfter; } steps[] = {
+        const struct { int zoom; int style; float width; int pixels; int styleAfter; } lines[] = {
             {86, -1, 0.1f, 41, 0}, {86, 3, 0, 41, 3}, {0, -1, 0.0254f, 12, 3}, {0, -1, 0.02751f, 13, 3},
         };
-        for (const auto &step : steps) {
+        for (const auto &step : lines) {
             printer->setZoom(step.zoom);
             printing->SetDrawing(step.style, step.width);
             QCOMPARE(std::pair(printer->drawWidth(), printer->drawStyle()), std::pair(step.pixels, step.styleAfter));
         }
         QVERIFY_THROWS_EXCEPTION(VbError, printing->SetDrawing(9, 0));
-        printing->EndDoc();
     }
 
     // Sheet coordinates: 1 cm of unprintable strip before the scale.
