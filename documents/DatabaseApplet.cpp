@@ -28,6 +28,7 @@
 #include <QTextDocument>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <memory>
@@ -66,6 +67,9 @@ constexpr int GridRows = 20;
 constexpr int GridColumns = 8;
 
 constexpr double CentimetresPerInch = 2.54;
+// However narrow the view, the page is not shrunk below this; a view that
+// small is only passing through on its way to its real size.
+constexpr double SmallestFit = 0.25;
 
 VbError controlMissing()
 {
@@ -101,6 +105,8 @@ DatabaseApplet::DatabaseApplet(QWidget *parent)
     // Scroll bars wide enough to take with an unsteady hand.
     for (QScrollBar *bar : {m_scrollArea->horizontalScrollBar(), m_scrollArea->verticalScrollBar()})
         bar->setStyle(FlatScrollStyle::instance());
+    // The page follows the width of the view.
+    m_scrollArea->installEventFilter(this);
 
     // The patterns the placed boxes are made from; they never show.
     auto *wordPattern = new WordProcessor(m_sheet->paper());
@@ -123,7 +129,7 @@ DatabaseApplet::DatabaseApplet(QWidget *parent)
     // The printer is asked when a document opens; asking now would only
     // hold up the window.
     measurePage(WithoutPrinter);
-    m_sheet->setPaperSize(m_pageSize);
+    fitShownPage();
 }
 
 QList<QWidget *> DatabaseApplet::AllCtrls() const
@@ -161,7 +167,8 @@ void DatabaseApplet::setDocument(qint32 kind)
     Applet::setDocument(kind);
     if (kind == WordProcessorKind) {
         measurePage();
-        m_sheet->setPaperSize(m_pageSize);
+        m_pageZoom = 100;
+        fitShownPage();
         m_zoom = 100;
         showPage(1);
         // The page and its boxes show at the document's zoom alike: a copy
@@ -379,6 +386,7 @@ void DatabaseApplet::showPage(int number)
             grid->show();
         }
     }
+    fitShownPage();
     if (!m_unsaved.isEmpty())
         m_idleSync.start();
 }
@@ -433,18 +441,110 @@ void DatabaseApplet::zoomShownPage(qint32 from, qint32 zoom)
 {
     if (from <= 0 || zoom <= 0 || zoom > std::numeric_limits<qint16>::max())
         return;
+    // The fit is taken off first: the zoom steps work on the boxes as the
+    // zoom alone left them.
+    unfitShownPage();
     const QList<QWidget *> controls = AllCtrls();
     const auto back = qint16(roundHalfToEven(100.0 / from * 100.0));
     for (QWidget *control : controls)
         ControlScaler::scale(control, back);
-    m_sheet->setPaperSize(QSize(int(qint64(zoom) * m_pageSize.width() / 100),
-                                int(qint64(zoom) * m_pageSize.height() / 100)));
     for (QWidget *control : controls)
         ControlScaler::scale(control, qint16(zoom));
     for (WordProcessor *box : std::as_const(m_wordProcessors)) {
         if (box)
             box->setTextZoom(zoom);
     }
+    m_pageZoom = zoom;
+    fitShownPage();
+}
+
+bool DatabaseApplet::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_scrollArea) {
+        if (event->type() == QEvent::Resize)
+            fitShownPage();
+        return false;
+    }
+    return Applet::eventFilter(watched, event);
+}
+
+// The share of the page's width at 100 % that the view has room for, the
+// sheet's margins and the vertical bar taken off. The bar is counted even
+// when the page is short enough to do without it: a page that widened when
+// the bar went would only bring it back.
+double DatabaseApplet::fitForView() const
+{
+    if (m_pageSize.width() <= 0)
+        return 1.0;
+    const int room = m_scrollArea->maximumViewportSize().width() - m_scrollArea->verticalScrollBar()->sizeHint().width()
+                     - 2 * PageSheet::Margin;
+    return std::clamp(double(room) / m_pageSize.width(), SmallestFit, 1.0);
+}
+
+// Sizes the paper at the zoom times the fit, and each shown box at its
+// unfitted place times the fit. Only the screen changes: the record keeps
+// the boxes' places, and the printer takes the letters' own sizes.
+void DatabaseApplet::fitShownPage()
+{
+    m_fit = fitForView();
+    const double scale = m_fit / 100.0;
+    m_sheet->setPaperSize(QSize(int(double(qint64(m_pageZoom) * m_pageSize.width()) * scale),
+                                int(double(qint64(m_pageZoom) * m_pageSize.height()) * scale)));
+    for (QWidget *control : shownControls()) {
+        auto *box = qobject_cast<WordProcessor *>(control);
+        auto state = m_unfitted.find(control);
+        if (state == m_unfitted.end())
+            state = m_unfitted.insert(control, Unfitted{control->geometry(), control->font(), box ? box->textZoom() : 100});
+        const QRect g = state->geometry;
+        const QRect fitted(qRound(g.x() * m_fit), qRound(g.y() * m_fit), qRound(g.width() * m_fit),
+                           qRound(g.height() * m_fit));
+        if (control->geometry() != fitted)
+            control->setGeometry(fitted);
+        QFont font = state->font;
+        if (font.pointSizeF() > 0)
+            font.setPointSizeF(font.pointSizeF() * m_fit);
+        else if (font.pixelSize() > 0)
+            font.setPixelSize(qMax(1, qRound(font.pixelSize() * m_fit)));
+        if (control->font() != font)
+            control->setFont(font);
+        if (box) {
+            const int textZoom = qMax(1, qRound(state->textZoom * m_fit));
+            if (box->textZoom() != textZoom)
+                box->setTextZoom(textZoom);
+        }
+    }
+}
+
+void DatabaseApplet::unfitShownPage()
+{
+    for (QWidget *control : shownControls()) {
+        const auto state = m_unfitted.constFind(control);
+        if (state == m_unfitted.constEnd())
+            continue;
+        if (control->geometry() != state->geometry)
+            control->setGeometry(state->geometry);
+        if (control->font() != state->font)
+            control->setFont(state->font);
+        if (auto *box = qobject_cast<WordProcessor *>(control); box && box->textZoom() != state->textZoom)
+            box->setTextZoom(state->textZoom);
+    }
+    m_unfitted.clear();
+}
+
+// The placed boxes; the patterns are never fitted, so a box made from one
+// starts from the zoom alone like the others.
+QList<QWidget *> DatabaseApplet::shownControls() const
+{
+    QList<QWidget *> controls;
+    for (int index = 1; index < m_wordProcessors.size(); ++index) {
+        if (m_wordProcessors.at(index))
+            controls.append(m_wordProcessors.at(index));
+    }
+    for (int index = 1; index < m_spreadSheets.size(); ++index) {
+        if (m_spreadSheets.at(index))
+            controls.append(m_spreadSheets.at(index));
+    }
+    return controls;
 }
 
 void DatabaseApplet::measurePage(PageSource source)
@@ -509,6 +609,7 @@ void DatabaseApplet::closeShownBoxes()
     m_spreadSheets.resize(1);
     m_unsaved.clear();
     m_recordText.clear();
+    m_unfitted.clear();
     m_shownPage = 0;
 }
 

@@ -2,6 +2,7 @@
 
 #include "documents/Applet.h"
 
+#include <QFont>
 #include <QHash>
 #include <QList>
 #include <QRect>
@@ -60,6 +61,9 @@ public:
     QSize pageSize() const { return m_pageSize; }
     // The printable part of the page at 100 %, in pixels.
     QRect printableRect() const { return m_printableRect; }
+    // How much the page is shrunk on top of the document's zoom so that at
+    // 100 % it fits the width of the view: 1 when the view is wide enough.
+    double fitFactor() const { return m_fit; }
 
     // The paragraph around the caret gets the font name (when not empty),
     // the size (when not zero) and the colour (when valid); the caret ends at
@@ -70,9 +74,16 @@ signals:
     // The text of a box or its formatting changed.
     void edited();
 
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
 private:
     void applyZoom(qint32 zoom);
     void zoomShownPage(qint32 from, qint32 zoom);
+    double fitForView() const;
+    void fitShownPage();
+    void unfitShownPage();
+    QList<QWidget *> shownControls() const;
     enum PageSource { WithPrinter, WithoutPrinter };
     void measurePage(PageSource source = WithPrinter);
     void closeShownBoxes();
@@ -88,6 +99,18 @@ private:
     QList<WordProcessor *> m_wordProcessors;
     QList<QTableWidget *> m_spreadSheets;
     qint16 m_zoom = 100;
+    // The zoom the page and its boxes stand at before fitting.
+    qint32 m_pageZoom = 100;
+    double m_fit = 1.0;
+    // A shown box as the zoom left it, before fitting; each fit starts from
+    // here, so shrinking and widening the view again never drifts.
+    struct Unfitted
+    {
+        QRect geometry;
+        QFont font;
+        int textZoom = 100;
+    };
+    QHash<QWidget *, Unfitted> m_unfitted;
     // Set while a property is being applied: its own caret moves are not news.
     bool m_settingProperty = false;
     int m_shownPage = 0;

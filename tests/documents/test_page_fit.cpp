@@ -1,0 +1,229 @@
+// The page of the word-processor applet fits the width of its view: at 100 %
+// no line runs past the right edge, whatever the screen. The document's zoom,
+// its boxes' places and its rich text stay as they are.
+#include "documents/PageSheet.h"
+#include "documents/RichTextCodec.h"
+#include "documents/WordProcessor.h"
+#include "support/WordProcessorHost.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QTableWidget>
+#include <QTextBlock>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+// The room beside the page: the vertical bar is always counted in.
+constexpr int BarWidth = 28;
+constexpr int Height = 600;
+
+// What the screen shows of the page and of its first box.
+struct Shown
+{
+    QSize paper;
+    QRect box;
+    QFont font;
+    int textZoom = 0;
+    QRect grid;
+
+    bool operator==(const Shown &) const = default;
+};
+
+char *toString(const Shown &shown)
+{
+    return qstrdup(QStringLiteral("paper %1x%2, box %3,%4 %5x%6, %7 pt, text %8 %, grid %9,%10 %11x%12")
+                       .arg(shown.paper.width()).arg(shown.paper.height())
+                       .arg(shown.box.x()).arg(shown.box.y()).arg(shown.box.width()).arg(shown.box.height())
+                       .arg(shown.font.pointSizeF()).arg(shown.textZoom)
+                       .arg(shown.grid.x()).arg(shown.grid.y()).arg(shown.grid.width()).arg(shown.grid.height())
+                       .toUtf8().constData());
+}
+
+} // namespace
+
+class TestPageFit : public QObject
+{
+    Q_OBJECT
+
+    std::unique_ptr<WordProcessorHost> m_fixture;
+    DatabaseApplet *m_applet = nullptr;
+
+    WordProcessor *firstBox() const { return m_applet->WordProcessors(1); }
+    QScrollArea *area() const { return m_applet->findChild<QScrollArea *>(); }
+    QWidget *paper() const { return m_applet->sheet()->paper(); }
+    int pageWidth() const { return m_applet->pageSize().width(); }
+
+    Shown shown() const
+    {
+        return {paper()->size(), firstBox()->geometry(), firstBox()->font(), firstBox()->textZoom(),
+                m_applet->SpreadSheets(2)->geometry()};
+    }
+
+    void setZoom(int zoom) { m_applet->setProperties(QStringLiteral("Zoom"), zoom); }
+
+    // A blank page, a grid beside its text box, and one centred line that
+    // fills the box from edge to edge.
+    void open()
+    {
+        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+        record.page(1).Items.append(WordProcessorHost::box(DocumentItem::Grid, 2, 20, 10, 5));
+        record.page(1).ItemCount = record.page(1).Items.size();
+        m_fixture->open(record);
+        QTextCursor cursor(firstBox()->document());
+        QTextBlockFormat centred;
+        centred.setAlignment(Qt::AlignHCenter);
+        cursor.setBlockFormat(centred);
+        cursor.insertText(QString(40, QChar(0x3042)));
+    }
+
+    // The paper's left and right gaps inside the view.
+    QPair<int, int> gaps() const
+    {
+        const int left = paper()->mapTo(area()->viewport(), QPoint(0, 0)).x();
+        return {left, area()->viewport()->width() - left - paper()->width()};
+    }
+
+private slots:
+    void init()
+    {
+        m_fixture = std::make_unique<WordProcessorHost>();
+        m_applet = m_fixture->applet;
+        m_fixture->host.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&m_fixture->host));
+        open();
+    }
+
+    void cleanup() { m_fixture.reset(); }
+
+    // Widths of the applet around the one that just holds the page: the
+    // page, its margins either side and the vertical bar.
+    void pageFitsTheViewAt100_data()
+    {
+        QTest::addColumn<int>("extra"); // the applet's width beyond the page, its margins and the bar
+        QTest::newRow("a 1024 x 768 screen's view") << -270;
+        QTest::newRow("a pixel short") << -1;
+        QTest::newRow("just wide enough") << 0;
+        QTest::newRow("wider") << 200;
+    }
+
+    void pageFitsTheViewAt100()
+    {
+        QFETCH(int, extra);
+        const DocumentItem stored = m_fixture->record.page(1).item(1);
+        const int width = pageWidth() + 2 * PageSheet::Margin + BarWidth + extra;
+        m_applet->resize(width, Height);
+
+        // Shrunk to the room left, never grown past the page's own width.
+        const int expected = qMin(pageWidth(), pageWidth() + extra);
+        QVERIFY2(qAbs(paper()->width() - expected) <= 1, qPrintable(QString::number(paper()->width())));
+        QVERIFY(paper()->width() <= pageWidth());
+        QVERIFY(paper()->width() <= area()->viewport()->width());
+        QCOMPARE(area()->horizontalScrollBar()->maximum(), 0);
+        const auto [left, right] = gaps();
+        QVERIFY2(qAbs(left - right) <= 1, qPrintable(QStringLiteral("%1 | %2").arg(left).arg(right)));
+        QVERIFY(qAbs(double(paper()->height()) / paper()->width() - double(m_applet->pageSize().height()) / pageWidth()) < 0.01);
+
+        // Every character of the centred line lies inside the view.
+        const QTextBlock line = firstBox()->document()->firstBlock();
+        const QRectF bounds = firstBox()->document()->documentLayout()->blockBoundingRect(line);
+        const QTextLine first = line.layout()->lineAt(0);
+        QVERIFY(first.isValid());
+        const int lineRight = firstBox()->viewport()->mapTo(area()->viewport(),
+                                  QPointF(bounds.x() + first.x() + first.naturalTextWidth(), 0).toPoint()).x();
+        const int lineLeft = firstBox()->viewport()->mapTo(area()->viewport(), QPointF(bounds.x() + first.x(), 0).toPoint()).x();
+        QVERIFY2(lineLeft >= 0 && lineRight <= area()->viewport()->width(),
+                 qPrintable(QStringLiteral("%1..%2 in %3").arg(lineLeft).arg(lineRight).arg(area()->viewport()->width())));
+        QVERIFY(firstBox()->geometry().right() < paper()->width());
+
+        // The user's zoom is the document's, fitted or not; 200 % is twice 100 %.
+        QCOMPARE(m_fixture->record.Zoom, 100);
+        const int at100 = paper()->width();
+        const int boxAt100 = firstBox()->width();
+        setZoom(200);
+        QCOMPARE(m_fixture->record.Zoom, 200);
+        QVERIFY2(qAbs(paper()->width() - 2 * at100) <= 2, qPrintable(QString::number(paper()->width())));
+        QVERIFY2(qAbs(firstBox()->width() - 2 * boxAt100) <= 2, qPrintable(QString::number(firstBox()->width())));
+        setZoom(100);
+        QCOMPARE(paper()->width(), at100);
+
+        // The boxes' places in the document are the 100 % ones.
+        const DocumentItem now = m_fixture->record.page(1).item(1);
+        QCOMPARE(now.Left, stored.Left);
+        QCOMPARE(now.Top, stored.Top);
+        QCOMPARE(now.Width, stored.Width);
+        QCOMPARE(now.Height, stored.Height);
+    }
+
+    // Shrinking and widening the view again and again, at the document's
+    // zoom, brings back exactly what was shown before.
+    void resizingNeverDrifts_data()
+    {
+        QTest::addColumn<int>("zoom");
+        QTest::newRow("100 %") << 100;
+        QTest::newRow("150 %") << 150;
+        QTest::newRow("75 %") << 75;
+    }
+
+    void resizingNeverDrifts()
+    {
+        QFETCH(int, zoom);
+        m_applet->resize(1100, Height);
+        setZoom(zoom);
+        const Shown wide = shown();
+        for (int width : {900, 701, 1100, 555, 833, 620, 1024, 613, 870, 777})
+            m_applet->resize(width, Height);
+        QVERIFY(paper()->width() < wide.paper.width());
+        m_applet->resize(1100, Height);
+        QCOMPARE(shown(), wide);
+        QCOMPARE(m_fixture->record.Zoom, zoom);
+    }
+
+    // The user's zoom steps keep their own rounding (150 % is undone by
+    // 67 %): taken in a narrow view, they end where they end in a wide one.
+    void zoomStepsInANarrowViewEndAsInAWideOne_data()
+    {
+        QTest::addColumn<QList<int>>("zooms");
+        QTest::newRow("150, back to 100") << QList<int>{150, 100};
+        QTest::newRow("200, 75, 125") << QList<int>{200, 75, 125};
+    }
+
+    void zoomStepsInANarrowViewEndAsInAWideOne()
+    {
+        QFETCH(QList<int>, zooms);
+        m_applet->resize(1100, Height);
+        for (int zoom : zooms)
+            setZoom(zoom);
+        const Shown wide = shown();
+
+        cleanup();
+        init();
+        m_applet->resize(640, Height);
+        for (int zoom : zooms)
+            setZoom(zoom);
+        QVERIFY(paper()->width() < wide.paper.width());
+        m_applet->resize(1100, Height);
+        QCOMPARE(shown(), wide);
+    }
+
+    // The saved rich text is the same whether the page was fitted or not,
+    // and a shown page fits as soon as it opens in a narrow view.
+    void fittingLeavesTheSavedTextAlone()
+    {
+        m_applet->resize(1100, Height);
+        const QString wide = RichTextCodec::write(firstBox()->document());
+        m_applet->resize(600, Height);
+        QVERIFY(paper()->width() < pageWidth());
+        QCOMPARE(RichTextCodec::write(firstBox()->document()), wide);
+
+        open();
+        QVERIFY(paper()->width() <= area()->viewport()->width());
+        QVERIFY(firstBox()->geometry().right() < paper()->width());
+    }
+};
+
+QTEST_MAIN(TestPageFit)
+#include "test_page_fit.moc"
