@@ -9,7 +9,6 @@
 #include "workspace/WelcomeBox.h"
 #include "workspace/Workspace.h"
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QScrollBar>
@@ -46,11 +45,6 @@ QString documentOfSize(qint64 bytes)
     return path;
 }
 
-QByteArray digest(const QString &path)
-{
-    return QCryptographicHash::hash(fileBytes(path), QCryptographicHash::Sha1);
-}
-
 } // namespace
 
 class TestLargeDocuments : public QObject
@@ -74,7 +68,7 @@ private slots:
         QDir(SettingsStore::DocumentFolder()).removeRecursively();
         const QString path = documentOfSize(bytes);
         QCOMPARE(QFileInfo(path).size(), bytes);
-        const QByteArray before = digest(path);
+        const QByteArray before = fileBytes(path);
 
         // The list reads the head alone, whatever the size.
         const QList<RecentDocuments::Entry> listed = RecentDocuments::list();
@@ -99,7 +93,7 @@ private slots:
             QCOMPARE(told, QStringList{message});
             QVERIFY(w.welcomeBox()->isVisible());
             QCOMPARE(w.Document(), Workspace::NothingView);
-            QCOMPARE(digest(path), before);
+            QVERIFY(fileBytes(path) == before);
             return;
         }
         QVERIFY(told.isEmpty());

@@ -68,8 +68,7 @@ private slots:
         pad->clickButton(17);   // convert
         QTRY_COMPARE(composing(), QStringLiteral("日本語"));
         pad->clickButton(19);   // apply
-        QTRY_COMPARE(typed(), QStringLiteral("日本語"));
-        QCOMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
+        QTRY_COMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
         verifyFocusStayed();
         // The alphabet types full width while the input method is on; a key
         // without romaji types its kana as they are, after what was composed.
