@@ -23,12 +23,6 @@ template <class Widget> Widget *shown(Widget *widget)
     return widget;
 }
 
-// A real sound file for a button to play.
-QString writeWave(const QString &path)
-{
-    return writeFileBytes(path, Beeper::chimeWave()) ? path : QString();
-}
-
 // Pixels within a few steps of the prompt's own soft colour.
 int promptPixels(TouchEdit &edit)
 {
@@ -91,7 +85,7 @@ private slots:
         QFETCH(QString, file);
         QFETCH(QStringList, events);
         QTemporaryDir folder;
-        QVERIFY(!writeWave(folder.filePath(QStringLiteral("1.WAV"))).isEmpty());
+        QVERIFY(writeFileBytes(folder.filePath(QStringLiteral("1.WAV")), Beeper::chimeWave()));
         TouchButton button(QStringLiteral("設定"));
         button.setSoundFile(folder.filePath(file));
         QStringList seen;
@@ -109,8 +103,9 @@ private slots:
     void buttonRepeatsWhileHeldWhenAsked()
     {
         QTemporaryDir folder;
+        QVERIFY(writeFileBytes(folder.filePath(QStringLiteral("2.WAV")), Beeper::chimeWave()));
         TouchButton down(QStringLiteral("下へ"));
-        down.setSoundFile(writeWave(folder.filePath(QStringLiteral("2.WAV"))));
+        down.setSoundFile(folder.filePath(QStringLiteral("2.WAV")));
         down.setAutoRepeat(true);
         down.setAutoRepeatDelay(100);
         down.setAutoRepeatInterval(40);
