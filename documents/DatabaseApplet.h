@@ -16,7 +16,9 @@ class WordProcessor;
 
 // The applet that shows and edits the current document. The boxes of one page
 // lie on a sheet of the printer's paper size, scaled by the zoom, inside a
-// scroll area: rich-text boxes in WordProcessors, grids in SpreadSheets. The
+// scroll area: rich-text boxes in WordProcessors, grids in SpreadSheets. On
+// screen the sheet is shrunk further where the view is narrower than the
+// page at 100 %, so that no line needs scrolling sideways to be read. The
 // element with index n shows box n of the page; element 0 of each array is
 // the hidden pattern the others are made from.
 //
