@@ -1,4 +1,6 @@
 #include "tools/InfoDlg.h"
+
+#include <cmath>
 #include "platform/touch/TouchPanel.h"
 #include "app/Globals.h"
 #include "platform/keys/KeySender.h"
@@ -6,6 +8,7 @@
 #include "tools/KeypadView.h"
 
 #include <QApplication>
+#include <QResizeEvent>
 #include <QButtonGroup>
 #include <QCloseEvent>
 #include <QComboBox>
@@ -105,11 +108,12 @@ InfoDlg::InfoDlg(QWidget *parent)
     m_calculatorPage = new QWidget;
     buildCalculatorPage(m_calculatorPage);
     m_calculatorPage->hide();
-    auto *layout = new QVBoxLayout(this);
+    // Both pads open stand side by side: the dialog stays as low as one.
+    auto *layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
     layout->setSizeConstraint(QLayout::SetFixedSize);
-    layout->addWidget(m_calculatorPage, 0, Qt::AlignLeft);
-    layout->addWidget(m_characterPage);
+    layout->addWidget(m_calculatorPage, 0, Qt::AlignBottom);
+    layout->addWidget(m_characterPage, 0, Qt::AlignBottom);
 
     // Large enough to read, small enough for the pads to fit on the screen.
     const QScreen *screen = QGuiApplication::primaryScreen();
@@ -300,13 +304,16 @@ void InfoDlg::transferResult()
 
 void InfoDlg::setPadScale(double scale)
 {
+    if (m_scaled && std::abs(scale - m_scale) < 0.001)
+        return;
     m_scale = scale;
+    m_scaled = true;
     // The command buttons grow with the keys, so that both read alike.
     for (QAbstractButton *button : MiniChannels) {
         QFont font = button->font();
-        font.setPixelSize(qRound(10 * scale));
+        font.setPixelSize(qRound(11 * scale));
         button->setFont(font);
-        button->setMinimumSize(qRound(34 * scale), qRound(24 * scale));
+        button->setMinimumSize(qRound(30 * scale), qRound(24 * scale));
     }
     for (QAbstractButton *button : NumKeys) {
         QFont font = button->font();
@@ -322,6 +329,27 @@ void InfoDlg::setPadScale(double scale)
     for (KeypadView *view : Keypads)
         if (view)
             view->setScale(scale);
+    if (isVisible()) {
+        layout()->activate();
+        resize(sizeHint());
+    }
+}
+
+void InfoDlg::fitPadScale(double preferred, int room)
+{
+    if (m_fittedFor == std::pair(preferred, room) && frameGeometry().width() <= room)
+        return;
+    m_fittedFor = {preferred, room};
+    setPadScale(preferred);
+    // Not all of the dialog grows with the scale: a few rounds find the fit.
+    for (int round = 0; round < 4; ++round) {
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+        adjustSize();
+        const int wide = frameGeometry().width();
+        if (wide <= room)
+            return;
+        setPadScale(m_scale * room / wide - 0.005);
+    }
 }
 
 void InfoDlg::Reload()
@@ -396,6 +424,12 @@ void InfoDlg::keepOnScreen()
         shift.ry() = room.top() - frame.top();
     if (!shift.isNull())
         move(pos() + shift);
+}
+
+void InfoDlg::resizeEvent(QResizeEvent *event)
+{
+    QWidget::resizeEvent(event);
+    emit resized();
 }
 
 void InfoDlg::closeEvent(QCloseEvent *event)

@@ -8,6 +8,8 @@
 #include <QTimer>
 #include <QWidget>
 
+#include <utility>
+
 class KeypadView;
 class QAbstractButton;
 class QLabel;
@@ -53,6 +55,8 @@ public:
     // How much larger than their own units the pads are drawn.
     double padScale() const { return m_scale; }
     void setPadScale(double scale);
+    // The preferred scale, or less when the dialog would be wider than `room`.
+    void fitPadScale(double preferred, int room);
 
     KeypadView *Numpad = nullptr;
     // Indexed by pad number: 11 to 15; the lower entries are empty.
@@ -89,6 +93,8 @@ signals:
     // A pad was opened or closed, by the host, by a button or by the
     // window manager.
     void padsChanged();
+    // The dialog took a new size: its pads changed or were scaled.
+    void resized();
     // A calculator result for a focused control that is no text control; the
     // host may take or change it.
     void ResultTransfer(Currency &amount);
@@ -100,6 +106,7 @@ public slots:
 protected:
     void mousePressEvent(QMouseEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private slots:
@@ -134,4 +141,6 @@ private:
     int m_pressedRow = 0;
     qint32 m_options = 0;
     double m_scale = 1.0;
+    bool m_scaled = false;
+    std::pair<double, int> m_fittedFor;
 };

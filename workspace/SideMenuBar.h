@@ -4,14 +4,18 @@
 
 #include <QList>
 
+class QGridLayout;
 class QLabel;
-class QVBoxLayout;
 class TouchButton;
 class TouchEdit;
 
-// A side bar beside the open document: a column of big buttons under
-// headings. The document bar (100) carries the title field and the document
-// actions 100-105; the format bar (200) the format actions 200-206.
+// A side bar beside the open document: big buttons under headings. The
+// document bar (100) carries the title field and the document actions
+// 100-105; the format bar (200) the format actions 200-206.
+//
+// When the screen is tall enough the buttons stand in one column; when a pad
+// takes the bottom of the screen they stand in pairs, so that every one of
+// them stays in view.
 class SideMenuBar : public TouchPanel
 {
     Q_OBJECT
@@ -36,6 +40,8 @@ public:
     static constexpr int Bullet = 205;
     static constexpr int Timestamp = 206;
 
+    enum class Arrangement { Column, Pairs };
+
     // The bar with the given index (100 or 200), with its headings and buttons.
     explicit SideMenuBar(int index, QWidget *parent = nullptr);
 
@@ -44,14 +50,22 @@ public:
     // The document title field; only on the document bar.
     TouchEdit *titleField() const { return m_title; }
 
+    Arrangement arrangement() const { return m_arrangement; }
+    void setArrangement(Arrangement arrangement);
+    // The height the bar needs, at the given width, to show all it holds.
+    int neededHeight(Arrangement arrangement, int width);
+
 signals:
     void buttonClicked(int index);
 
 private:
     QLabel *heading(const QString &text);
     TouchButton *addButton(int index, const QString &caption, const QString &tip);
+    void arrange();
 
-    QVBoxLayout *m_layout;
+    QGridLayout *m_grid;
+    Arrangement m_arrangement = Arrangement::Column;
     QList<TouchButton *> m_buttons;
+    QList<QLabel *> m_headings;
     TouchEdit *m_title = nullptr;
 };

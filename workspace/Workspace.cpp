@@ -31,6 +31,7 @@
 #include "workspace/SideMenuBar.h"
 #include "workspace/Wallpaper.h"
 #include "workspace/WelcomeBox.h"
+#include "workspace/WorkspaceLayout.h"
 #include "workspace/WorkspaceBus.h"
 
 #include <QApplication>
@@ -38,6 +39,7 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QDir>
+#include <QScopedValueRollback>
 #include <QFile>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -413,6 +415,7 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
     // away the same way as from here; "Smart Pencil" brings it back.
     connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16) { ToolBoxMode(1, 0); });
     connect(m_infoDlg, &InfoDlg::padsChanged, this, &Workspace::followToolDialog);
+    connect(m_infoDlg, &InfoDlg::resized, this, &Workspace::layOut);
     connect(m_infoDlg, &InfoDlg::Notice, this, &Workspace::showNotice);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { followFocus(now); });
     followFocus(QApplication::focusWidget());
@@ -502,7 +505,6 @@ void Workspace::ToolBoxMode(qint16 mode, qint16 state)
         ErrorTrap::run("Workspace::ToolBoxMode: finish", [&] { m_infoDlg->Finish(mode); });
     } else if (state == 1) {
         ErrorTrap::run("Workspace::ToolBoxMode: begin", [&] { m_infoDlg->Begin(mode); });
-        placeToolDialog();
     }
     followToolDialog();
 }
@@ -517,6 +519,7 @@ void Workspace::followToolDialog()
     Channels(9)->setEnabled(!m_infoDlg->isOpen(InfoDlg::CharacterMode));
     m_calculator = m_infoDlg->isOpen(InfoDlg::CalculatorMode);
     Channels(8)->setValue(m_calculator);
+    layOut();
 }
 
 // While a document's text has the focus, the pad's ↑ and ↓ move the caret
@@ -536,20 +539,6 @@ void Workspace::followFocus(QWidget *focus)
     m_infoDlg->setOptions(inDocument ? options | InfoDlg::ArrowKeys : options & ~InfoDlg::ArrowKeys);
 }
 
-// The first time it opens, the tool dialog sits at the bottom in the middle,
-// clear of the main buttons; after that it stays where the user puts it.
-void Workspace::placeToolDialog()
-{
-    if (m_toolDialogPlaced || !m_infoDlg || !m_infoDlg->isVisible())
-        return;
-    m_toolDialogPlaced = true;
-    const QRect area = geometry();
-    const QSize size = m_infoDlg->frameGeometry().size();
-    const int bottom = m_infoBar->geometry().top() + area.top();
-    m_infoDlg->move(area.left() + std::max(0, (area.width() - size.width()) / 2),
-                    std::max(area.top(), bottom - size.height()));
-}
-
 void Workspace::HowTo(const QString &topic, const QString &content)
 {
     if (topic.isEmpty() && content.isEmpty()) {
@@ -567,10 +556,13 @@ void Workspace::HowTo(const QString &topic, const QString &content)
     showInInfoBar(topic, content);
 }
 
-// With hints off the bar shows only notices: empty, it goes away.
+// With hints off the bar shows only notices: empty, it goes away. Over a
+// docked pad it shows only while it has something to say.
 void Workspace::hideIdleInfoBar()
 {
-    if (!Globals::HowToOn && !m_noticeTimer.isActive())
+    if (m_noticeTimer.isActive())
+        return;
+    if (!Globals::HowToOn || (m_infoBarFloats && m_infoTopic->text().isEmpty()))
         m_infoBar->hide();
 }
 
@@ -1141,66 +1133,70 @@ void Workspace::resizeEvent(QResizeEvent *event)
 }
 
 // The main buttons run along the top, the information bar along the bottom;
-// the boxes sit in the middle, the open document between its side bars.
+// the boxes sit in the middle, the open document between its side bars. An
+// open pad docks along the bottom, and the document and its side bars make
+// room for it, so that nothing the user may click lies under it.
 void Workspace::layOut()
 {
-    if (!m_welcome || !m_documentBar)
+    // Fitting the pad resizes it, which asks for a layout again.
+    if (!m_welcome || !m_documentBar || m_layingOut)
         return;
-    const int w = width();
-    const int h = height();
-    const double unit = std::min(w / 1366.0, h / 768.0);
-    scaleType(unit);
-    const int margin = std::max(8, int(12 * unit));
-    const int buttonHeight = std::max(64, int(84 * unit));
+    const QScopedValueRollback layingOut(m_layingOut, true);
+    const bool docked = m_infoDlg && m_infoDlg->isVisible();
+    if (docked)
+        fitToolDialog();
+    const WorkspaceLayout layout(size(), docked ? m_infoDlg->frameGeometry().size() : QSize());
+    scaleType(layout.unit());
 
-    // The main buttons: eight in a row from the left, the ending button alone
-    // at the right.
-    const int places = 9;
-    const int gap = margin;
-    const int buttonWidth = (w - 2 * margin - (places - 1) * gap - 2 * gap) / places;
-    int x = margin;
-    for (int index : ChannelOrder) {
-        Channels(index)->setGeometry(x, margin, buttonWidth, buttonHeight);
-        x += buttonWidth + gap;
+    int place = 0;
+    for (int index : ChannelOrder)
+        Channels(index)->setGeometry(layout.mainButton(place++));
+    Channels(1)->setGeometry(layout.endButton());
+    Channels(2)->setGeometry(layout.endButton());
+
+    m_infoBar->setGeometry(layout.infoBar());
+    if (layout.infoBarFloats() != m_infoBarFloats) {
+        m_infoBarFloats = layout.infoBarFloats();
+        hideIdleInfoBar();
     }
-    const QRect endSlot(w - margin - buttonWidth, margin, buttonWidth, buttonHeight);
-    Channels(1)->setGeometry(endSlot);
-    Channels(2)->setGeometry(endSlot);
+    if (m_infoBar->isVisible())
+        fitHint();
 
-    // Room for a hint of two lines.
-    const int infoHeight = std::max(76, int(86 * unit));
-    m_infoBar->setGeometry(margin, h - margin - infoHeight, w - 2 * margin, infoHeight);
-
-    const int top = margin + buttonHeight + margin;
-    const int bottom = h - margin - infoHeight - margin;
-    const QRect work(margin, top, w - 2 * margin, bottom - top);
-
-    // The boxes, in the middle of the window, clear of the buttons and the
-    // information bar.
-    const int clearance = std::max(top, h - bottom);
-    const QSize box(std::min(work.width(), std::max(760, int(1040 * unit))),
-                    std::min(h - 2 * clearance, std::max(480, int(600 * unit))));
-    m_welcome->setBoxSize(box);
+    m_welcome->setBoxSize(layout.boxSize());
     if (m_settingsBox)
-        m_settingsBox->resize(box);
+        m_settingsBox->resize(layout.boxSize());
     for (QWidget *menuBox : {static_cast<QWidget *>(m_settingsBox), static_cast<QWidget *>(m_welcome)}) {
         if (menuBox)
-            menuBox->move(int(0 + w - menuBox->width()) / 2, int(0 + h - menuBox->height()) / 2);
+            menuBox->move(int(0 + width() - menuBox->width()) / 2, int(0 + height() - menuBox->height()) / 2);
     }
+    m_backToStart->setGeometry(layout.backToStart());
 
-    const QSize back(std::max(320, int(420 * unit)), std::max(96, int(120 * unit)));
-    m_backToStart->setGeometry(QRect(QPoint(work.center().x() - back.width() / 2, work.center().y() - back.height() / 2), back));
-
-    // The side bars at the two edges, the document between them.
-    const int barWidth = std::max(210, int(250 * unit));
-    m_documentBar->setGeometry(work.left(), work.top(), barWidth, work.height());
-    m_formatBar->setGeometry(work.right() - barWidth + 1, work.top(), barWidth, work.height());
-    const QRect middle(work.left() + barWidth + margin, work.top(), work.width() - 2 * (barWidth + margin), work.height());
+    // The side bars keep one column while it fits, and pair their buttons
+    // when a pad leaves too little height for it.
+    for (SideMenuBar *bar : {m_documentBar, m_formatBar}) {
+        const bool column = bar->neededHeight(SideMenuBar::Arrangement::Column, layout.sideBarWidth())
+                            <= layout.work().height();
+        bar->setArrangement(column ? SideMenuBar::Arrangement::Column : SideMenuBar::Arrangement::Pairs);
+    }
+    m_documentBar->setGeometry(layout.documentBar());
+    m_formatBar->setGeometry(layout.formatBar());
+    const QRect middle = layout.document();
     for (Applet *applet : m_applets) {
         applet->resize(middle.size());
         applet->move(middle.left() + (middle.width() - applet->width()) / 2,
                      middle.top() + (middle.height() - applet->height()) / 2);
     }
+    if (docked)
+        m_infoDlg->move(geometry().topLeft() + layout.toolDialogAt());
+    if (m_infoBarFloats && m_infoBar->isVisible())
+        m_infoBar->raise();
+}
+
+// The pads are as large as the screen allows: keys of a good size, and the
+// whole dialog within the window's width.
+void Workspace::fitToolDialog()
+{
+    m_infoDlg->fitPadScale(WorkspaceLayout::padScale(size()), WorkspaceLayout(size()).padRoom());
 }
 
 // Type grows with the screen: every control keeps the size it was designed

@@ -165,7 +165,7 @@ private:
     void layOut();
     void scaleType(double unit);
     void applyWallpaper();
-    void placeToolDialog();
+    void fitToolDialog();
     void followToolDialog();
     void followFocus(QWidget *focus);
     void showNotice(const QString &topic, const QString &content);
@@ -228,5 +228,7 @@ private:
     bool m_linkedFontNow = false;
     bool m_started = false;
     double m_typeUnit = 1.0;
-    bool m_toolDialogPlaced = false;
+    // Over a docked pad the information bar shows only while it has a hint.
+    bool m_infoBarFloats = false;
+    bool m_layingOut = false;
 };

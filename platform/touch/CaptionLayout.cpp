@@ -26,11 +26,15 @@ bool isKanjiOrKatakana(QChar c)
 }
 
 // A particle between two words written in kanji or katakana ends a phrase:
-// "タイトルを" + "入力してください", "日付を" + "入れる".
+// "タイトルを" + "入力してください", "日付を" + "入れる"; so does "して"
+// before one: "保存して" + "閉じる".
 bool endsPhrase(QStringView line, qsizetype i)
 {
-    return i > 0 && i + 1 < line.size() && QStringView(u"をはがにでとのもへ").contains(line.at(i))
-        && isKanjiOrKatakana(line.at(i - 1)) && isKanjiOrKatakana(line.at(i + 1));
+    if (i <= 0 || i + 1 >= line.size() || !isKanjiOrKatakana(line.at(i + 1)))
+        return false;
+    if (line.at(i) == u'て' && line.at(i - 1) == u'し')
+        return true;
+    return QStringView(u"をはがにでとのもへ").contains(line.at(i)) && isKanjiOrKatakana(line.at(i - 1));
 }
 
 int widest(const QStringList &lines, const QFontMetrics &metrics)

@@ -1,0 +1,103 @@
+#include "app/Globals.h"
+#include "tools/InfoDlg.h"
+#include "workspace/WorkspaceLayout.h"
+
+#include <QAbstractButton>
+#include <QTest>
+
+// The main window's places at the screen sizes users have, with no pad,
+// the calculator, the character pad, or both open: an open pad docks where
+// it covers nothing the user may click.
+class WorkspaceLayoutTest : public QObject
+{
+    Q_OBJECT
+
+    // The pads as the window sizes them.
+    static void fit(InfoDlg &dialog, QSize window)
+    {
+        dialog.fitPadScale(WorkspaceLayout::padScale(window), WorkspaceLayout(window).padRoom());
+        QCoreApplication::sendPostedEvents();
+        dialog.adjustSize();
+    }
+
+private slots:
+    void initTestCase()
+    {
+        Globals::InstallPath = QStringLiteral(LANTERN_PROGRAM_DIR);
+    }
+
+    void openPadsCoverNothing_data()
+    {
+        QTest::addColumn<QSize>("window");
+        QTest::addColumn<QList<int>>("modes");
+        QTest::addColumn<bool>("floatingHints");
+        const QList<QSize> screens{{1024, 768}, {1280, 1024}, {1366, 768}, {1920, 1080}};
+        for (const QSize &screen : screens) {
+            const QByteArray size = QByteArray::number(screen.width()) + 'x' + QByteArray::number(screen.height());
+            QTest::newRow(size + " calculator") << screen << QList<int>{InfoDlg::CalculatorMode} << false;
+            QTest::newRow(size + " pad") << screen << QList<int>{InfoDlg::CharacterMode} << true;
+            QTest::newRow(size + " both") << screen << QList<int>{InfoDlg::CalculatorMode, InfoDlg::CharacterMode} << true;
+        }
+    }
+
+    void openPadsCoverNothing()
+    {
+        QFETCH(QSize, window);
+        QFETCH(QList<int>, modes);
+        QFETCH(bool, floatingHints);
+        InfoDlg dialog;
+        for (int mode : modes)
+            dialog.Begin(qint16(mode));
+        fit(dialog, window);
+        const WorkspaceLayout plain(window);
+        const WorkspaceLayout docked(window, dialog.size());
+        const QRect pad(docked.toolDialogAt(), dialog.size());
+
+        QList<QRect> clickable{docked.documentBar(), docked.formatBar(), docked.document(), docked.endButton()};
+        for (int place = 0; place < WorkspaceLayout::MainButtonPlaces; ++place)
+            clickable.append(docked.mainButton(place));
+        if (!docked.infoBarFloats())
+            clickable.append(docked.infoBar());
+        QVERIFY2(QRect(QPoint(), window).contains(pad), "the pad lies on the screen");
+        for (const QRect &place : std::as_const(clickable)) {
+            QVERIFY2(QRect(QPoint(), window).contains(place), "every place lies on the screen");
+            QVERIFY2(!place.intersects(pad), "nothing lies under the pad");
+        }
+        QCOMPARE(docked.infoBarFloats(), floatingHints);
+        if (floatingHints) {
+            QVERIFY(docked.document().contains(docked.infoBar()));
+        } else {
+            // The calculator leaves the side bars their whole height.
+            QCOMPARE(docked.documentBar(), plain.documentBar());
+            QCOMPARE(docked.infoBar(), plain.infoBar());
+        }
+    }
+
+    // Keys of 44 pixels and command captions of 16 at 1366 by 768, and no
+    // smaller than that on a smaller screen than the screen is smaller.
+    void padKeysAreLargeEnough_data()
+    {
+        QTest::addColumn<QSize>("window");
+        QTest::addColumn<double>("shrink");
+        QTest::newRow("1024x768") << QSize(1024, 768) << 0.75;
+        QTest::newRow("1280x1024") << QSize(1280, 1024) << 1280 / 1366.0;
+        QTest::newRow("1366x768") << QSize(1366, 768) << 1.0;
+        QTest::newRow("1920x1080") << QSize(1920, 1080) << 1.0;
+    }
+
+    void padKeysAreLargeEnough()
+    {
+        QFETCH(QSize, window);
+        QFETCH(double, shrink);
+        InfoDlg dialog;
+        dialog.Begin(InfoDlg::CharacterMode);
+        fit(dialog, window);
+        // A key's face is its 30-unit cell less a unit on each side.
+        QVERIFY2(28 * dialog.padScale() >= 44 * shrink, qPrintable(QString::number(28 * dialog.padScale())));
+        for (QAbstractButton *button : std::as_const(dialog.MiniChannels))
+            QVERIFY(button->font().pixelSize() >= qFloor(16 * shrink));
+    }
+};
+
+QTEST_MAIN(WorkspaceLayoutTest)
+#include "test_workspace_layout.moc"
