@@ -110,12 +110,8 @@ private slots:
             QCOMPARE(button->tip(), row.tip);
             QVERIFY2(button->objectName() == u"MenuBoxMiniChannels"_s && button->toggles() == (row.index >= 111), which);
         }
-    }
-
-    // MenuBoxes(100), draggable, with exactly the buttons 100-113 and the
-    // accessibility group read top down as 113, 112, 111.
-    void boxIsMenuBoxOneHundred()
-    {
+        // MenuBoxes(100), draggable, with exactly these buttons and the
+        // accessibility group read top down as 113, 112, 111.
         QCOMPARE(m_box->index(), 100);
         QVERIFY(m_box->isDraggable());
         QCOMPARE(m_box->buttons().size(), 14);

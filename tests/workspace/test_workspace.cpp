@@ -353,7 +353,7 @@ private slots:
     // Revert asks first: no keeps everything; yes gives the blank document for
     // a document never saved (not its template), the stored document (at
     // 100 %) otherwise.
-    void revertAsksAndRestores()
+    void revertAndDeleteAskFirst()
     {
         openTemplate();
         box()->insertPlainText(u"消える文"_s);
@@ -373,15 +373,8 @@ private slots:
         answerNext(true);
         click(side(SideMenuBar::Revert));
         QCOMPARE(w->currentRecord().Zoom, 100);
-    }
-
-    // Delete asks first: いいえ keeps the document open and on disk, はい
-    // deletes it and goes back to the welcome box.
-    void deleteAsksFirst()
-    {
-        openTemplate();
-        click(side(SideMenuBar::Save));
-        openRecent(0);
+        // Delete asks too: いいえ keeps the document open and on disk, はい
+        // deletes it and goes back to the welcome box.
         for (const bool yes : {false, true}) {
             answerNext(yes);
             click(side(SideMenuBar::Delete));
