@@ -10,7 +10,7 @@
 namespace {
 
 constexpr int ColumnButtonHeight = 56;
-constexpr int ColumnSpacing = 8;
+constexpr int ColumnSpacing = 7;
 constexpr int PairSpacing = 6;
 
 } // namespace

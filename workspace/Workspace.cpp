@@ -24,6 +24,7 @@
 #include "platform/vb/VbFormat.h"
 #include "tools/FlatScrollBar.h"
 #include "tools/InfoDlg.h"
+#include "platform/agent/CharacterStage.h"
 #include "tools/Printing.h"
 #include "tools/QuestionBox.h"
 #include "workspace/ChimeClock.h"
@@ -89,6 +90,8 @@ const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
 // How long a notice stays in the information bar.
 constexpr int NoticeMilliseconds = 10000;
+// Long enough for the character's goodbye before its perch goes.
+constexpr int FarewellMilliseconds = 4000;
 // How long typing pauses before the text goes to the journal: with the
 // write itself, well within two seconds of the last key.
 constexpr int JournalPauseMilliseconds = 1200;
@@ -198,6 +201,9 @@ Workspace::Workspace(QWidget *parent)
         m_infoContent->clear();
         hideIdleInfoBar();
     });
+
+    // The character's words show in the information bar, which covers nothing.
+    connect(CharacterStage::instance(), &CharacterStage::wordsShown, this, &Workspace::showNotice);
 
     m_clock = new ChimeClock(this);
     connect(m_clock, &ChimeClock::beep, this, &Workspace::Clock_Beep);
@@ -788,6 +794,11 @@ void Workspace::Channels_Click(int index)
     case 6:
         Globals::GraphicOn = !Globals::GraphicOn;
         Channels(6)->setValue(Globals::GraphicOn);
+        // The character comes to its perch, or leaves it after saying goodbye.
+        if (Globals::GraphicOn)
+            layOut();
+        else
+            QTimer::singleShot(FarewellMilliseconds, this, &Workspace::layOut);
         showCharacter();
         break;
     case 7:
@@ -1145,7 +1156,8 @@ void Workspace::layOut()
     const bool docked = m_infoDlg && m_infoDlg->isVisible();
     if (docked)
         fitToolDialog();
-    const WorkspaceLayout layout(size(), docked ? m_infoDlg->frameGeometry().size() : QSize());
+    const WorkspaceLayout layout(size(), docked ? m_infoDlg->frameGeometry().size() : QSize(),
+                                 Globals::GraphicOn ? WorkspaceLayout::Character::On : WorkspaceLayout::Character::Off);
     scaleType(layout.unit());
 
     int place = 0;
@@ -1172,14 +1184,14 @@ void Workspace::layOut()
     m_backToStart->setGeometry(layout.backToStart());
 
     // The side bars keep one column while it fits, and pair their buttons
-    // when a pad leaves too little height for it.
-    for (SideMenuBar *bar : {m_documentBar, m_formatBar}) {
-        const bool column = bar->neededHeight(SideMenuBar::Arrangement::Column, layout.sideBarWidth())
-                            <= layout.work().height();
+    // when a pad or the character leaves too little height for it.
+    for (auto [bar, place] : {std::pair(m_documentBar, layout.documentBar()), std::pair(m_formatBar, layout.formatBar())}) {
+        const bool column = bar->neededHeight(SideMenuBar::Arrangement::Column, place.width()) <= place.height();
         bar->setArrangement(column ? SideMenuBar::Arrangement::Column : SideMenuBar::Arrangement::Pairs);
+        bar->setGeometry(place);
     }
-    m_documentBar->setGeometry(layout.documentBar());
-    m_formatBar->setGeometry(layout.formatBar());
+    CharacterStage::instance()->setPerch(layout.perch().isEmpty() ? QRect()
+                                                                 : layout.perch().translated(geometry().topLeft()));
     const QRect middle = layout.document();
     for (Applet *applet : m_applets) {
         applet->resize(middle.size());

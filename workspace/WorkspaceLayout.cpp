@@ -8,6 +8,8 @@ constexpr double DesignWidth = 1366.0;
 constexpr double DesignHeight = 768.0;
 // A pad key is 28 of its own units wide: 1.58 makes it 44 pixels.
 constexpr double DesignPadScale = 1.58;
+// Smaller than this the character would be a smudge: it steps aside instead.
+constexpr int MinimumPerch = 64;
 
 double unitFor(QSize window)
 {
@@ -16,7 +18,7 @@ double unitFor(QSize window)
 
 } // namespace
 
-WorkspaceLayout::WorkspaceLayout(QSize window, QSize toolDialog)
+WorkspaceLayout::WorkspaceLayout(QSize window, QSize toolDialog, Character character)
     : m_window(window)
     , m_unit(unitFor(window))
 {
@@ -61,6 +63,18 @@ WorkspaceLayout::WorkspaceLayout(QSize window, QSize toolDialog)
     const int clearance = std::max(top, h - (h - m_margin - infoHeight - m_margin));
     m_boxSize = QSize(std::min(m_work.width(), std::max(760, int(1040 * m_unit))),
                       std::min(h - 2 * clearance, std::max(480, int(600 * m_unit))));
+
+    m_formatBar = QRect(m_work.right() - m_sideBarWidth + 1, m_work.top(), m_sideBarWidth, m_work.height());
+    if (character == Character::On && !m_infoBarFloats) {
+        // Right of the centred boxes, and no larger than a bird should be.
+        const int boxRight = (w + m_boxSize.width()) / 2;
+        const int side = std::min(int(140 * m_unit), w - m_margin - (boxRight + m_margin));
+        if (side >= MinimumPerch) {
+            m_perch = QRect(w - m_margin - side, h - m_margin - side, side, side);
+            m_infoBar.setRight(m_perch.left() - m_margin - 1);
+            m_formatBar.setBottom(std::min(m_formatBar.bottom(), m_perch.top() - m_margin - 1));
+        }
+    }
 }
 
 double WorkspaceLayout::padScale(QSize window)
@@ -91,7 +105,7 @@ QRect WorkspaceLayout::documentBar() const
 
 QRect WorkspaceLayout::formatBar() const
 {
-    return QRect(m_work.right() - m_sideBarWidth + 1, m_work.top(), m_sideBarWidth, m_work.height());
+    return m_formatBar;
 }
 
 QRect WorkspaceLayout::middleOf(const QRect &work) const

@@ -17,8 +17,10 @@ public:
     // at the right end.
     static constexpr int MainButtonPlaces = 8;
 
+    enum class Character { Off, On };
+
     // `toolDialog` is the outer size of the open pad, or empty.
-    WorkspaceLayout(QSize window, QSize toolDialog = QSize());
+    WorkspaceLayout(QSize window, QSize toolDialog = QSize(), Character character = Character::Off);
 
     double unit() const { return m_unit; }
     int margin() const { return m_margin; }
@@ -42,6 +44,10 @@ public:
     QRect documentBar() const;
     QRect formatBar() const;
     QRect document() const { return m_document; }
+    // Where the character stands: free space at the bottom right corner,
+    // beside the boxes, under the format bar and after the information bar.
+    // Empty while the character is off or a docked pad leaves no room.
+    QRect perch() const { return m_perch; }
     // The docked pad's top left corner, in window coordinates.
     QPoint toolDialogAt() const { return m_toolDialog.topLeft(); }
 
@@ -57,6 +63,8 @@ private:
     QRect m_infoBar;
     QRect m_work;
     QRect m_document;
+    QRect m_formatBar;
+    QRect m_perch;
     bool m_infoBarFloats = false;
     QSize m_boxSize;
     int m_sideBarWidth;

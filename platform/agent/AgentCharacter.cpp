@@ -2,6 +2,7 @@
 #include "platform/agent/AgentError.h"
 #include "platform/agent/CharacterWindow.h"
 #include "platform/agent/ClipPlayer.h"
+#include "platform/agent/CharacterStage.h"
 #include "platform/agent/SpeechBalloon.h"
 #include "platform/agent/SpeechSynthesizer.h"
 #include "platform/agent/SpeechText.h"
@@ -48,6 +49,8 @@ AgentCharacter::AgentCharacter(const QString &id, const CharacterFile &file, QOb
     m_window->move(m_position);
     m_balloon->setColours(m_file.balloonBackground, m_file.balloonBorder, m_file.balloonText);
     showRestFrame();
+    connect(CharacterStage::instance(), &CharacterStage::perchChanged, this, &AgentCharacter::placeOnStage);
+    placeOnStage();
 
     connect(m_player, &AnimationPlayer::frameShown, this, &AgentCharacter::showImage);
     connect(m_player, &AnimationPlayer::finished, this, [this] {
@@ -61,6 +64,7 @@ AgentCharacter::AgentCharacter(const QString &id, const CharacterFile &file, QOb
         if (m_current->kind == AgentRequest::Kind::Hide) {
             m_balloon->hide();
             m_window->hide();
+            m_wantsShown = false;
         }
         complete();
     });
@@ -310,9 +314,39 @@ void AgentCharacter::discard(SpeechSynthesizer *speech)
     speech->deleteLater();
 }
 
+// The character stands on its perch, as large as the perch allows; with no
+// perch it steps aside. Clicks pass through it to the program.
+void AgentCharacter::placeOnStage()
+{
+    const CharacterStage *stage = CharacterStage::instance();
+    if (!stage->hosted())
+        return;
+    if (!m_window->testAttribute(Qt::WA_TransparentForMouseEvents)) {
+        const bool shown = m_window->isVisible();
+        m_window->setAttribute(Qt::WA_TransparentForMouseEvents);
+        m_window->setWindowFlag(Qt::WindowTransparentForInput);
+        if (shown)
+            m_window->show();
+    }
+    const QRect place = stage->placeIn(m_file.size);
+    if (place.isEmpty()) {
+        m_window->hide();
+        return;
+    }
+    m_walk->stop();
+    m_window->setFixedSize(place.size());
+    m_window->setFrame(m_window->frame());
+    m_position = place.topLeft();
+    m_window->move(m_position);
+    if (m_wantsShown && !m_window->isVisible())
+        m_window->show();
+}
+
 void AgentCharacter::beginShow()
 {
-    if (Visible()) {
+    m_wantsShown = true;
+    // On a stage with no room now the character comes out once it has.
+    if (Visible() || (CharacterStage::instance()->hosted() && CharacterStage::instance()->perch().isEmpty())) {
         complete();
         return;
     }
@@ -373,9 +407,12 @@ void AgentCharacter::speakNow()
         m_voiced.append({0, duration});
     }
 
+    if (CharacterStage::instance()->hosted() && !words.isEmpty())
+        emit CharacterStage::instance()->wordsShown(m_file.name, words);
     if (Visible() && !words.isEmpty()) {
         m_balloonTimer.stop();
-        m_balloon->showText(words, m_window->geometry());
+        if (!CharacterStage::instance()->hosted())
+            m_balloon->showText(words, m_window->geometry());
         m_speechClock.start();
         m_mouthTimer.start();
         moveMouth();
@@ -402,7 +439,8 @@ void AgentCharacter::moveMouth()
 
 void AgentCharacter::beginMove()
 {
-    const QPoint target = m_current->point;
+    // On a host's stage the character keeps to its perch.
+    const QPoint target = CharacterStage::instance()->hosted() ? m_position : m_current->point;
     if (!Visible() || m_current->speed <= 0 || target == m_position) {
         m_position = target;
         m_window->move(target);

@@ -94,6 +94,7 @@ private:
     void abortAll();
     void discard(SpeechSynthesizer *speech);
 
+    void placeOnStage();
     void beginShow();
     void beginHide();
     void beginPlay();
@@ -135,5 +136,7 @@ private:
     QList<QPair<qint64, qint64>> m_voiced;
     bool m_mouthMoving = false;
     bool m_idleAnimating = false;
+    // Shown by request; it may still be off the screen while its stage has no room.
+    bool m_wantsShown = false;
     QStringList m_log;
 };

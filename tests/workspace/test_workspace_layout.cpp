@@ -50,7 +50,7 @@ private slots:
             dialog.Begin(qint16(mode));
         fit(dialog, window);
         const WorkspaceLayout plain(window);
-        const WorkspaceLayout docked(window, dialog.size());
+        const WorkspaceLayout docked(window, dialog.size(), WorkspaceLayout::Character::On);
         const QRect pad(docked.toolDialogAt(), dialog.size());
 
         QList<QRect> clickable{docked.documentBar(), docked.formatBar(), docked.document(), docked.endButton()};
@@ -58,6 +58,12 @@ private slots:
             clickable.append(docked.mainButton(place));
         if (!docked.infoBarFloats())
             clickable.append(docked.infoBar());
+        // The character stands clear of all of it, and of the centred boxes;
+        // over a wide pad it steps aside.
+        const QRect box(QPoint((window.width() - docked.boxSize().width()) / 2, 0), docked.boxSize());
+        QCOMPARE(docked.perch().isEmpty(), floatingHints);
+        for (const QRect &place : std::as_const(clickable) + QList<QRect>{pad, QRect(box.left(), 0, box.width(), window.height())})
+            QVERIFY2(!docked.perch().intersects(place), "the character covers nothing");
         QVERIFY2(QRect(QPoint(), window).contains(pad), "the pad lies on the screen");
         for (const QRect &place : std::as_const(clickable)) {
             QVERIFY2(QRect(QPoint(), window).contains(place), "every place lies on the screen");
@@ -69,7 +75,8 @@ private slots:
         } else {
             // The calculator leaves the side bars their whole height.
             QCOMPARE(docked.documentBar(), plain.documentBar());
-            QCOMPARE(docked.infoBar(), plain.infoBar());
+            QCOMPARE(docked.infoBar().left(), plain.infoBar().left());
+            QVERIFY(docked.perch().width() >= 64);
         }
     }
 

@@ -1,6 +1,7 @@
 #include "platform/agent/AgentCharacter.h"
 #include "platform/agent/AgentControl.h"
 #include "platform/agent/CharacterFile.h"
+#include "platform/agent/CharacterStage.h"
 #include "platform/agent/CharacterWindow.h"
 #include "platform/agent/SpeechBalloon.h"
 #include "platform/agent/SpeechSynthesizer.h"
@@ -312,6 +313,33 @@ private slots:
     {
         QFETCH(QString, text);
         QTEST(Voice::reading(text), "reading");
+    }
+
+    // Last: once a host gives a stage, it stays for the rest of the run.
+    void onAHostsStageTheCharacterKeepsToItsPerch()
+    {
+        CharacterStage *stage = CharacterStage::instance();
+        QSignalSpy words(stage, &CharacterStage::wordsShown);
+        stage->setPerch(QRect(600, 400, 140, 140));
+        Lantern character;
+        character.Show();
+        character.MoveTo(0, 0);
+        character.Speak(QStringLiteral("こんにちは"));
+        QTRY_VERIFY_WITH_TIMEOUT(!character.isBusy(), 15000);
+        // At the perch's bottom right, as tall as the perch, letting clicks through.
+        QCOMPARE(character.window()->geometry(), QRect(604, 400, 136, 140));
+        QVERIFY(character.window()->isVisible());
+        QVERIFY(character.window()->testAttribute(Qt::WA_TransparentForMouseEvents));
+        // The words go to the host instead of a balloon.
+        QCOMPARE(words.size(), 1);
+        QCOMPARE(words.first().at(1).toString(), QStringLiteral("こんにちは"));
+        QVERIFY(!character.balloon()->isVisible());
+        // With no room it steps aside, and comes back when there is.
+        stage->setPerch(QRect());
+        QVERIFY(!character.window()->isVisible());
+        stage->setPerch(QRect(10, 20, 100, 100));
+        QCOMPARE(character.window()->geometry(), QRect(13, 20, 97, 100));
+        QVERIFY(character.window()->isVisible());
     }
 };
 
