@@ -43,7 +43,6 @@ def a_new_document_killed():
             return
         check("the offer names the document",
               lantern.find("前回、保存されないまま終わった文章があります。\n「Plum」", "label") is not None)
-        lantern.screenshot("crash-recovery-offer-1366x768")
         lantern.click(button, pause=1.0)
         editor = lantern.editor()
         check("one click opens every character that was typed",
@@ -79,7 +78,6 @@ def a_reopened_document_killed():
         button = lantern.find(OFFER, "push button")
         if not check("the welcome box offers the writing back", button is not None):
             return
-        lantern.screenshot("crash-recovery-offer-1920x1080")
         lantern.click(button, pause=1.0)
         editor = lantern.editor()
         check("it opens with the old text and every character typed after it",
