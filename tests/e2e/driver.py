@@ -201,6 +201,16 @@ class Lantern:
             self.type(title)
         return field is not None and self.wait_text(field, title)
 
+    def save_titled(self, title):
+        # Titles the document and saves it with 保存して閉じる: the one file
+        # it makes.
+        check(f"the title field holds '{title}'", self.set_title(title))
+        self.click_named("保存して閉じる")
+        files = document_files()
+        if not check("saving writes one file", len(files) == 1, files):
+            raise RuntimeError("nothing saved")
+        return files[0]
+
     def reopen(self, title):
         self.click_named("履歴")
         self.click_named(title, "table cell", pause=1.0)

@@ -11,25 +11,16 @@ import time
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import driver  # noqa: E402
 from checks import check  # noqa: E402
-from driver import Screen, document_files, rtfconv  # noqa: E402
+from driver import Screen, rtfconv  # noqa: E402
 
 PATH_TEXT = "保存先 C:\\ulrich\\docs です"
-
-
-def save_titled(lantern, title):
-    check(f"the title field holds '{title}'", lantern.set_title(title))
-    lantern.click_named("保存して閉じる")
-    files = document_files()
-    if not check("saving writes the document", len(files) == 1, files):
-        raise RuntimeError("nothing saved")
-    return files[0]
 
 
 def backslash_text_is_kept():
     with Screen(1366, 768) as lantern:
         editor = lantern.open_blank(PATH_TEXT)
         check("the editor shows the typed path", lantern.wait_text(editor, PATH_TEXT), repr(lantern.text_of(editor)))
-        saved = save_titled(lantern, "Path")
+        saved = lantern.save_titled("Path")
         check("the saved file reads back as the typed text", rtfconv("--text", saved) == PATH_TEXT,
               repr(rtfconv("--text", saved)))
         editor = lantern.reopen("Path")
@@ -86,7 +77,7 @@ def a_large_bullet_keeps_its_size():
         lantern.append(editor, "Big item")
         typed = bullet_box(lantern, editor, "rich-text-kept-bullet-before")
         check("the bullet shows before saving", typed is not None and typed[1] > 0, typed)
-        saved = save_titled(lantern, "Bullet")
+        saved = lantern.save_titled("Bullet")
 
         body = driver.read_document(saved)[2]
         text_size = re.search(r"\\fs(\d+) ?Big item", body)
