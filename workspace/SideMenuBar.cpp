@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int ColumnButtonHeight = 56;
+constexpr int ColumnButtonHeight = 52;
 constexpr int ColumnSpacing = 7;
 constexpr int PairSpacing = 6;
 

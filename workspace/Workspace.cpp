@@ -1168,8 +1168,14 @@ void Workspace::layOut()
 
     m_infoBar->setGeometry(layout.infoBar());
     if (layout.infoBarFloats() != m_infoBarFloats) {
+        // Over a docked pad the bar shows only while it speaks; once the pad
+        // goes, the bar that stood along the bottom comes back.
         m_infoBarFloats = layout.infoBarFloats();
+        if (m_infoBarFloats)
+            m_infoBarStoodBeforeDock = m_infoBar->isVisible();
         hideIdleInfoBar();
+        if (!m_infoBarFloats && m_infoBarStoodBeforeDock && Globals::HowToOn)
+            m_infoBar->show();
     }
     if (m_infoBar->isVisible())
         fitHint();

@@ -230,5 +230,6 @@ private:
     double m_typeUnit = 1.0;
     // Over a docked pad the information bar shows only while it has a hint.
     bool m_infoBarFloats = false;
+    bool m_infoBarStoodBeforeDock = false;
     bool m_layingOut = false;
 };

@@ -121,6 +121,10 @@ def views_at(width, height):
                 lantern.click_named(button, role, exact=role == "push button", window=window, pause=pause)
                 if view:
                     audit(lantern, f"character-{view}", width, height)
+            # Sent home by the information bar's 閉じる, it stays on its perch.
+            lantern.click_named("閉じる", window=PAD, pause=0.8)
+            lantern.click_named("閉じる", window=MAIN, pause=2.0)
+            audit(lantern, "character-home", width, height)
     journey.__name__ = f"views_at_{width}x{height}"
     return journey
 
