@@ -85,16 +85,6 @@ class TestPageFit : public QObject
         cursor.insertText(QString(40, QChar(0x3042)));
     }
 
-    // Where the first line's ends lie in the view.
-    QPair<int, int> lineEnds() const
-    {
-        const QTextBlock line = firstBox()->document()->firstBlock();
-        const QRectF bounds = firstBox()->document()->documentLayout()->blockBoundingRect(line);
-        const QTextLine first = line.layout()->lineAt(0);
-        const auto inView = [&](qreal x) { return firstBox()->viewport()->mapTo(area()->viewport(), QPointF(bounds.x() + x, 0).toPoint()).x(); };
-        return {inView(first.x()), inView(first.x() + first.naturalTextWidth())};
-    }
-
 private slots:
     void init() { open(); }
 
@@ -131,7 +121,13 @@ private slots:
         QVERIFY(qAbs(double(paper()->height()) / paper()->width() - double(m_applet->pageSize().height()) / pageWidth()) < 0.01);
 
         // Every character of the centred line lies inside the view.
-        const auto [lineLeft, lineRight] = lineEnds();
+        const QTextBlock line = firstBox()->document()->firstBlock();
+        const QRectF bounds = firstBox()->document()->documentLayout()->blockBoundingRect(line);
+        const QTextLine first = line.layout()->lineAt(0);
+        QVERIFY(first.isValid());
+        const auto inView = [&](qreal x) { return firstBox()->viewport()->mapTo(area()->viewport(), QPointF(bounds.x() + x, 0).toPoint()).x(); };
+        const int lineLeft = inView(first.x());
+        const int lineRight = inView(first.x() + first.naturalTextWidth());
         QVERIFY2(lineLeft >= 0 && lineRight <= area()->viewport()->width(),
                  qPrintable(QStringLiteral("%1..%2 in %3").arg(lineLeft).arg(lineRight).arg(area()->viewport()->width())));
         QVERIFY(firstBox()->geometry().right() < paper()->width());
