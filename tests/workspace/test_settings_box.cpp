@@ -39,13 +39,6 @@ class TestSettingsBox : public QObject
     Wallpaper m_wallpaper;
     SettingsBox *m_box = nullptr;
 
-    void click(int index)
-    {
-        TouchButton *button = m_box->button(index);
-        QVERIFY(button);
-        QTest::mouseClick(button, Qt::LeftButton, Qt::NoModifier, button->rect().center());
-    }
-
 private slots:
     void initTestCase()
     {
@@ -146,7 +139,7 @@ private slots:
                 bool *option = index == 111 ? &expected.shutdown : index == 112 ? &expected.howTo : &expected.smartPencil;
                 if (index >= 111)
                     *option = !*option;
-                click(index);
+                QTest::mouseClick(m_box->button(index), Qt::LeftButton, Qt::NoModifier, m_box->button(index)->rect().center());
                 QVERIFY2(Settings::now() == expected, which);
                 QVERIFY2(index < 111 || m_box->button(index)->value() == *option, which);
                 QVERIFY2(shutdown.count() == (index == 111 ? round : 0), which);

@@ -88,11 +88,6 @@ class WorkspaceTest : public QObject
     QTableWidget *list(int page) { return w->welcomeBox()->MenuBoxFigures(page); }
     WordProcessor *box() { return qobject_cast<DatabaseApplet *>(w->activeApplet())->WordProcessors(1); }
     void openTemplate() { clickCell(list(WelcomeBox::TemplatesPage), 0, 0); }
-    void openRecent(int column)
-    {
-        click(w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab));
-        clickCell(list(WelcomeBox::RecentPage), 0, column);
-    }
     // Answers the question that the next click asks, in the real question box.
     static void answerNext(bool yes)
     {
@@ -368,7 +363,8 @@ private slots:
         QCOMPARE(w->currentRecord().Zoom, Database::NewDocument(1000).Zoom);
         QVERIFY(documentFiles().isEmpty());
         click(side(SideMenuBar::Save));
-        openRecent(0);
+        click(w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab));
+        clickCell(list(WelcomeBox::RecentPage), 0, 0);
         click(side(SideMenuBar::ZoomIn));
         answerNext(true);
         click(side(SideMenuBar::Revert));
