@@ -235,10 +235,7 @@ QWidget *WelcomeBox::buildRecentPage()
 void WelcomeBox::setBoxSize(const QSize &size)
 {
     resize(size);
-    // The recent grid shows three documents at a time, each a card.
-    const int columnWidth = std::max(200, (size.width() - 330) / 3);
-    m_recent->horizontalHeader()->setDefaultSectionSize(columnWidth);
-    fitRecentRows();
+    fitRecentGrid();
     m_templates->verticalHeader()->setDefaultSectionSize(std::max(96, size.height() / 6));
     for (int row = 0; row < m_templates->rowCount(); ++row)
         m_templates->setRowHeight(row, std::max(96, size.height() / 6));
@@ -255,18 +252,28 @@ void WelcomeBox::offerLeftBehind(const std::optional<QString> &title)
     m_leftBehind->show();
 }
 
-// The title row takes what the time row leaves of the grid's height.
-void WelcomeBox::fitRecentRows()
+// The recent grid shows as many whole cards as fit, three at most, and no
+// card cut by the grid's edge. The title row takes what the time row leaves
+// of the grid's height.
+void WelcomeBox::fitRecentGrid()
 {
+    constexpr int SmallestCard = 200;
+    // The viewport follows the grid only after the grid's own resize.
+    const QSize view = m_recent->maximumViewportSize();
+    const int room = view.width();
+    const int cards = std::clamp(room / SmallestCard, 1, 3);
+    m_recent->horizontalHeader()->setDefaultSectionSize(std::max(1, room / cards));
+    for (int column = 0; column < m_recent->columnCount(); ++column)
+        m_recent->setColumnWidth(column, std::max(1, room / cards));
     const int timeHeight = 48;
     m_recent->setRowHeight(1, timeHeight);
-    m_recent->setRowHeight(0, std::max(60, m_recent->viewport()->height() - timeHeight));
+    m_recent->setRowHeight(0, std::max(60, view.height() - timeHeight));
 }
 
 bool WelcomeBox::eventFilter(QObject *watched, QEvent *event)
 {
     if (watched == m_recent && event->type() == QEvent::Resize)
-        fitRecentRows();
+        fitRecentGrid();
     return TouchPanel::eventFilter(watched, event);
 }
 

@@ -77,7 +77,7 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    void fitRecentRows();
+    void fitRecentGrid();
     QWidget *buildTemplatesPage();
     QWidget *buildRecentPage();
     TouchButton *addButton(int index, const QString &caption, const QString &tip);
