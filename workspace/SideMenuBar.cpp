@@ -12,6 +12,7 @@ namespace {
 constexpr int ColumnButtonHeight = 52;
 constexpr int ColumnSpacing = 7;
 constexpr int PairSpacing = 6;
+constexpr int TitleHeightInColumn = 58;
 
 } // namespace
 
@@ -88,6 +89,10 @@ void SideMenuBar::arrange()
     m_grid->setSpacing(pairs ? PairSpacing : ColumnSpacing);
     for (TouchButton *button : std::as_const(m_buttons))
         button->setMinimumHeight(pairs ? 0 : ColumnButtonHeight);
+    // In a column the title's prompt takes two lines of readable type; across
+    // a pair it has the width for one.
+    if (m_title)
+        m_title->setMinimumHeight(pairs ? 0 : TitleHeightInColumn);
     for (QLabel *label : std::as_const(m_headings))
         label->setVisible(!pairs);
 
