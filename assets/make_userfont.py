@@ -7,6 +7,7 @@ the Private Use Area from U+E000 on.
 Usage: make_userfont.py OUTPUT.TTE
 """
 import math
+import os
 import sys
 
 import fontforge
@@ -167,7 +168,13 @@ def main():
         glyph.removeOverlap()
         glyph.correctDirection()
         glyph.width = EM
-    font.generate(sys.argv[1], flags=('opentype',))
+    # FontForge picks the format from the file name, and ".TTE" would give
+    # PostScript Type 1, which Pango and HarfBuzz no longer draw: write
+    # TrueType under a ".ttf" name, then move it into place.
+    output = sys.argv[1]
+    temporary = output + '.ttf'
+    font.generate(temporary, flags=('opentype',))
+    os.replace(temporary, output)
     return 0
 
 
