@@ -2,6 +2,7 @@
 #include "app/ControlScaler.h"
 #include "app/FontWarmUp.h"
 #include "app/Globals.h"
+#include "app/PrivateCharacters.h"
 #include "app/SettingsStore.h"
 #include "app/Title.h"
 #include "platform/BackingStoreWarmUp.h"
@@ -126,7 +127,13 @@ int MyApp::Main(int argc, char **argv)
         if (job == Job::Help)
             step("Main: help", [] { HelpViewer::show(QCoreApplication::applicationDirPath()); });
         else
-            step("Main: clear settings", [] { SettingsStore::Reset(); });
+            step("Main: clear settings", [] {
+                // Clearing takes the "Runtime" flag with it, and no later run
+                // would know that our font is still linked: unlink it first.
+                if (SettingsStore::Runtime())
+                    PrivateCharacters::Link(false);
+                SettingsStore::Reset();
+            });
         return 0;
     }
 

@@ -22,10 +22,17 @@ void PrivateCharacters::Link(bool on, const QString &programFolder)
     const QString current = QString::fromLatin1(Current);
     const QString backup = QString::fromLatin1(Backup);
 
+    const QString ours = programFolder + QStringLiteral("/*");
+
     if (on) {
         // A backup left by a run that did not switch off means the link is
         // already in force: change nothing.
         if (registry.Data(backup).toString().isEmpty()) {
+            // Our own font without a backup was left by an older run: it is
+            // not the user's, and backing it up would keep it linked for good.
+            // The system's default stands in for the user's lost choice.
+            if (VbLike::match(registry.Data(current).toString(), ours))
+                registry.Delete(QString(), current);
             registry.setData(backup, registry.Data(current).toString());
             registry.setData(current, fontPath(programFolder));
             registry.Save();
@@ -33,8 +40,12 @@ void PrivateCharacters::Link(bool on, const QString &programFolder)
     } else {
         // Only a font inside the program folder is ours to take back; the
         // folder's characters are pattern characters, as they always were.
-        if (VbLike::match(registry.Data(current).toString(), programFolder + QStringLiteral("/*"))) {
+        if (VbLike::match(registry.Data(current).toString(), ours)) {
             registry.setData(current, registry.Data(backup).toString());
+            // A backup of our own font, made by an older run, would keep it
+            // linked for good: the system's default stands in for it.
+            if (VbLike::match(registry.Data(current).toString(), ours))
+                registry.Delete(QString(), current);
             registry.Save();
             registry.Delete(QString(), backup);
         }

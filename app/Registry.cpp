@@ -1,5 +1,4 @@
 #include "app/Registry.h"
-#include "platform/CodePage932.h"
 #include "platform/IniFile.h"
 #include "platform/XdgPaths.h"
 
@@ -31,6 +30,18 @@ std::optional<QString> shellFolder(const QString &section, const QString &name)
     if (name.compare(u"Startup", Qt::CaseInsensitive) == 0)
         return XdgPaths::configHome() + QStringLiteral("/autostart");
     return std::nullopt;
+}
+
+// The user's private-character font. Windows always names one; a Linux
+// user has none until one is chosen, so the per-user fonts folder's
+// EUDC.TTE stands in. A link switched on then always keeps a backup, and
+// switching it off never gives the program's own font back.
+std::optional<QString> defaultPrivateCharacterFont(const QString &section, const QString &name)
+{
+    if (section.compare(u"HKEY_CURRENT_USER\\EUDC\\932", Qt::CaseInsensitive) != 0
+        || name.compare(u"SystemDefaultEUDCFont", Qt::CaseInsensitive) != 0)
+        return std::nullopt;
+    return XdgPaths::dataHome() + QStringLiteral("/fonts/EUDC.TTE");
 }
 
 } // namespace
@@ -138,6 +149,9 @@ QVariant Registry::Data(const QString &valueName)
     std::optional<QString> stored = shellFolder(section, key);
     if (!stored)
         stored = store().value(section, key);
+    if (!stored || *stored == u"sz:" || stored->isEmpty())
+        if (std::optional<QString> fallback = defaultPrivateCharacterFont(section, key))
+            stored = fallback;
 
     switch (ValueKind) {
     case REG_SZ: {
@@ -177,8 +191,9 @@ void Registry::setData(const QString &valueName, const QVariant &value)
         file.setValue(m_section, valueKey(valueName),
                       QStringLiteral("dword:%1").arg(static_cast<quint32>(value.toInt()), 8, 16, QLatin1Char('0')));
     } else {
-        // The value passes through the system code page on its way in.
-        const QString text = CodePage932::decode(CodePage932::encode(value.toString()));
+        // Text is kept exactly, also what code page 932 cannot hold: a path
+        // through a program folder named "Café" must still lead there.
+        const QString text = value.toString();
         file.setValue(m_section, valueKey(valueName), QStringLiteral("sz:") + text);
     }
     file.save();

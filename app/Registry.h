@@ -8,8 +8,9 @@ class IniFile;
 // A thin wrapper over a registry key store, one open key at a time. On Linux
 // the keys live in a per-user file ($XDG_CONFIG_HOME/Fernwick/registry.ini);
 // the "Shell Folders" values "AppData" and "Startup" answer the XDG data folder
-// and the autostart folder. No operation reports an error: a failed call
-// leaves the handle or the result empty.
+// and the autostart folder, and "SystemDefaultEUDCFont" of "EUDC\932", when
+// missing or empty, the per-user fonts folder's EUDC.TTE. No operation reports
+// an error: a failed call leaves the handle or the result empty.
 class Registry
 {
 public:

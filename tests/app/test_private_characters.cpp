@@ -5,8 +5,10 @@
 #include "support/FileBytes.h"
 #include "support/ToolOutput.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFontDatabase>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTextLayout>
 
@@ -35,8 +37,23 @@ private slots:
 
     void cleanup() { EudcFontLink::Enable(false); }
 
+    void onKeepsTheUsersFontAndLinksOurs_data()
+    {
+        QTest::addColumn<QString>("folderName");
+        QTest::newRow("the build's program folder") << QString();
+        // "é" has no place in code page 932.
+        QTest::newRow("a folder named outside code page 932") << QStringLiteral("Lanterne é");
+    }
+
     void onKeepsTheUsersFontAndLinksOurs()
     {
+        QFETCH(QString, folderName);
+        QTemporaryDir root;
+        const QString programFolder = folderName.isEmpty() ? this->programFolder : root.filePath(folderName);
+        if (!folderName.isEmpty()) {
+            QVERIFY(QDir().mkpath(programFolder + "/SKIN/USERFONT"));
+            QVERIFY(QFile::copy(PrivateCharacters::fontPath(this->programFolder), PrivateCharacters::fontPath(programFolder)));
+        }
         setCurrent(mine);
         PrivateCharacters::Link(true, programFolder);
         QCOMPARE(eudcValues(), QStringList({programFolder + "/SKIN/USERFONT/EUDC.TTE", mine}));
@@ -55,6 +72,41 @@ private slots:
         QVERIFY(!QFile::exists(EudcFontLink::configPath()));
     }
 
+    // Whatever the key store held, switching on twice changes it once, and
+    // switching off leaves no link of ours behind.
+    void noLinkOutlivesTheProgram_data()
+    {
+        QTest::addColumn<QString>("stored");
+        QTest::addColumn<QString>("backup");
+        const QString ours = programFolder + "/SKIN/USERFONT/EUDC.TTE";
+        QTest::newRow("the user never chose a font") << QString() << QString();
+        QTest::newRow("an empty font") << QString("") << QString("");
+        QTest::newRow("our font left without a backup") << ours << QString("");
+        QTest::newRow("our font backed up as the user's") << ours << ours;
+    }
+
+    void noLinkOutlivesTheProgram()
+    {
+        QFETCH(QString, stored);
+        QFETCH(QString, backup);
+        const QString systemDefault = qEnvironmentVariable("XDG_DATA_HOME") + "/fonts/EUDC.TTE";
+        if (!stored.isNull())
+            setCurrent(stored);
+        if (!backup.isNull()) {
+            Registry registry;
+            registry.CreateInsert(QStringLiteral("EUDC\\932"));
+            registry.setData("~SystemDefaultEUDCFont", backup);
+        }
+        PrivateCharacters::Link(true, programFolder);
+        const QByteArray once = fileBytes(Registry::storePath());
+        QVERIFY(QFile::exists(EudcFontLink::configPath()));
+        PrivateCharacters::Link(true, programFolder);
+        QCOMPARE(fileBytes(Registry::storePath()), once);
+        PrivateCharacters::Link(false, programFolder);
+        QCOMPARE(eudcValues(), QStringList({systemDefault, QString()}));
+        QVERIFY(!QFile::exists(EudcFontLink::configPath()));
+    }
+
     void offLeavesAFontOutsideTheProgramFolderAlone()
     {
         setCurrent(mine);
@@ -62,6 +114,14 @@ private slots:
         setCurrent("/usr/share/fonts/chosen/USER.TTE");
         PrivateCharacters::Link(false, programFolder);
         QCOMPARE(eudcValues(), QStringList({"/usr/share/fonts/chosen/USER.TTE", mine}));
+    }
+
+    void theFontIsTrueType()
+    {
+        // Pango and HarfBuzz draw TrueType and OpenType outlines only, whatever
+        // the file is called: the sfnt version of TrueType is 0x00010000.
+        const QByteArray font = fileBytes(PrivateCharacters::fontPath(programFolder));
+        QCOMPARE(font.left(4), QByteArray("\0\1\0\0", 4));
     }
 
     void theGlyphsRenderWhileLinked()

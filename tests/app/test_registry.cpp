@@ -40,6 +40,8 @@ private slots:
         Registry writer;
         writer.CreateInsert(key);
         writer.setData("Short", QStringLiteral("ＭＳ 明朝"));
+        // Beyond code page 932 ("é", "—"), text is still kept exactly.
+        writer.setData("Beyond", QStringLiteral("/opt/Lanterne é—①/EUDC.TTE"));
         for (int length : {2047, 2048, 3000})
             writer.setData(QString::number(length), QString(length, u'x'));
         writer.Save();
@@ -50,6 +52,7 @@ private slots:
         QString path = key;
         reader.Load(path);
         QCOMPARE(reader.Data("short").toString(), QStringLiteral("ＭＳ 明朝"));
+        QCOMPARE(reader.Data("Beyond").toString(), QStringLiteral("/opt/Lanterne é—①/EUDC.TTE"));
         for (int length : {2047, 2048, 3000})
             QCOMPARE(reader.Data(QString::number(length)).toString(), QString(2047, u'x'));
         // Load leaves a key that is already open in place.
