@@ -14,6 +14,8 @@ packages=(
   imagemagick poppler-utils
   # fonts
   fonts-noto-cjk fonts-ipaexfont fontconfig python3-fontforge
+  # draws text the way GTK programs do, to see what other programs get
+  pango1.0-tools
   # input method
   ibus ibus-mozc mozc-server
   # printing
