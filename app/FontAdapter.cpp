@@ -1,4 +1,8 @@
 #include "app/FontAdapter.h"
+#include "platform/FontSubstitution.h"
+#include "platform/touch/TouchTheme.h"
+
+#include <algorithm>
 
 #include <QApplication>
 #include <QFontDatabase>
@@ -10,11 +14,14 @@ namespace {
 // The shared interface state: 0 until first computed.
 float screenScale = 0.0f;
 bool meiryoInstalled = false;
+bool tahomaInstalled = false;
 
 const QString Meiryo = QStringLiteral("メイリオ");
 const QString Tahoma = QStringLiteral("Tahoma");
 const QString UiGothic = QStringLiteral("MS UI Gothic");
 constexpr int ShiftJisCharset = 128;
+// The property under which the workspace keeps a control's designed pixel size.
+constexpr const char *DesignPixelSize = "designPixelSize";
 
 bool sameSize(double size, double designed, float scale)
 {
@@ -36,7 +43,11 @@ void FontAdapter::computeScale()
     const double twipsX = 1440.0 / dpiX;
     const double twipsY = 1440.0 / dpiY;
     screenScale = static_cast<float>((twipsX + twipsY) / 2.0 / 15.0);
-    meiryoInstalled = QFontDatabase::families().contains(Meiryo);
+    // The installed faces do not change while the program runs, and asking
+    // for every control would cost more than the adapting itself.
+    const QStringList families = QFontDatabase::families();
+    meiryoInstalled = families.contains(Meiryo);
+    tahomaInstalled = families.contains(Tahoma);
 }
 
 float FontAdapter::ScreenScale()
@@ -55,13 +66,28 @@ bool FontAdapter::MeiryoInstalled()
 void FontAdapter::resetForTesting()
 {
     screenScale = 0.0f;
-    meiryoInstalled = false;
+    meiryoInstalled = tahomaInstalled = false;
+}
+
+void FontAdapter::setFacesForTesting(const Faces &faces)
+{
+    ScreenScale();
+    meiryoInstalled = faces.meiryo;
+    tahomaInstalled = faces.tahoma;
 }
 
 FontAdapter::Faces FontAdapter::installedFaces()
 {
-    const QStringList families = QFontDatabase::families();
-    return Faces{MeiryoInstalled(), families.contains(Tahoma)};
+    ScreenScale();
+    return Faces{meiryoInstalled, tahomaInstalled};
+}
+
+void FontAdapter::prepareApplication()
+{
+    FontSubstitution::install();
+    QFont interfaceFont = QApplication::font();
+    interfaceFont.setFamilies(TouchTheme::faces());
+    QApplication::setFont(interfaceFont);
 }
 
 void FontAdapter::adaptFont(InterfaceFont &font, const Faces &faces, float scale)
@@ -96,17 +122,52 @@ void FontAdapter::adapt(QWidget *object)
         return;
     const float scale = ScreenScale();
     QFont font = object->font();
-    InterfaceFont value{font.family(), font.pointSizeF(), object->property("Charset").toInt()};
-    const QString before = value.name;
+    // Our type is kept in pixels of the 96 dots-per-inch design (the workspace
+    // keeps each control's designed size and scales it with the screen); the
+    // rules are for points of that design, and act on the designed size.
+    const bool inPixels = font.pixelSize() > 0;
+    const QVariant kept = object->property(DesignPixelSize);
+    const double designPixels = !inPixels ? 0.0 : kept.isValid() ? kept.toDouble() : font.pixelSize();
+    const InterfaceFont before{font.family(), inPixels ? designPixels * 72.0 / 96.0 : font.pointSizeF(),
+                               object->property("Charset").toInt()};
+    InterfaceFont value = before;
     adaptFont(value, installedFaces(), scale);
-    if (value.name == before && value.size == font.pointSizeF() && value.charset == object->property("Charset").toInt())
+    if (value.charset != before.charset)
+        object->setProperty("Charset", value.charset);
+    if (value.name == before.name && value.size == before.size)
         return;
-    font.setFamily(value.name);
-    if (value.size > 0)
+
+    // The faces behind the design face still draw whatever the new one lacks.
+    QStringList families = font.families();
+    families.removeAll(before.name);
+    families.removeAll(value.name);
+    families.prepend(value.name);
+    font.setFamilies(families);
+    if (inPixels && value.size != before.size && designPixels > 0) {
+        const double newDesign = value.size * 96.0 / 72.0;
+        if (kept.isValid())
+            object->setProperty(DesignPixelSize, qRound(newDesign));
+        font.setPixelSize(std::max(1, qRound(font.pixelSize() * newDesign / designPixels)));
+    } else if (!inPixels && value.size > 0) {
         font.setPointSizeF(value.size);
+    }
     object->setFont(font);
-    object->setProperty("Charset", value.charset);
 }
+
+namespace {
+
+// A window's own controls: a window inside it is a form of its own.
+QList<QWidget *> controlsOf(QWidget *root)
+{
+    QList<QWidget *> controls;
+    for (QWidget *control : root->findChildren<QWidget *>()) {
+        if (control->window() == root->window())
+            controls.append(control);
+    }
+    return controls;
+}
+
+} // namespace
 
 void FontAdapter::adaptAll()
 {
@@ -117,6 +178,6 @@ void FontAdapter::adaptAll()
 void FontAdapter::adaptTree(QWidget *root)
 {
     adapt(root);
-    for (QWidget *control : root->findChildren<QWidget *>())
+    for (QWidget *control : controlsOf(root))
         adapt(control);
 }

@@ -34,6 +34,11 @@ public:
     static float ScreenScale();
     static bool MeiryoInstalled();
 
+    // At start-up, before any window: the design faces find installed
+    // Japanese faces, and whatever shows text without a font of its own
+    // names the design's interface face, so that the adapter moves it too.
+    static void prepareApplication();
+
     // Adapts every loaded window and every control on it.
     static void adaptAll();
     // Adapts one widget's own font.
@@ -45,8 +50,10 @@ public:
     static void adaptFont(InterfaceFont &font, const Faces &faces, float scale);
 
     static Faces installedFaces();
-    // For tests: forget the computed scale so the next call computes it anew.
+    // For tests: forget the computed scale so the next call computes it anew,
+    // or take these faces as the installed ones.
     static void resetForTesting();
+    static void setFacesForTesting(const Faces &faces);
 
 private:
     static void computeScale();

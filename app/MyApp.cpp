@@ -1,5 +1,6 @@
 #include "app/MyApp.h"
 #include "app/ControlScaler.h"
+#include "app/FontAdapter.h"
 #include "app/FontWarmUp.h"
 #include "app/Globals.h"
 #include "app/PrivateCharacters.h"
@@ -11,7 +12,6 @@
 #include "platform/InstanceGuard.h"
 #include "platform/RuntimeLog.h"
 #include "platform/TerminationWatcher.h"
-#include "platform/touch/TouchTheme.h"
 #include "tools/InfoDlg.h"
 #include "tools/Printing.h"
 #include "workspace/Workspace.h"
@@ -144,11 +144,7 @@ int MyApp::Main(int argc, char **argv)
     const auto fontsDone = qScopeGuard([&fonts] { fonts.finish(); });
     QApplication::setApplicationName(QString::fromLatin1(SettingsStore::ApplicationName));
     QApplication::setOverrideCursor(Qt::WaitCursor);
-    // Whatever shows text without a font of its own shows it in Japanese
-    // faces, not in a Latin face that has to borrow every Japanese glyph.
-    QFont interfaceFont = QApplication::font();
-    interfaceFont.setFamilies(TouchTheme::faces());
-    QApplication::setFont(interfaceFont);
+    FontAdapter::prepareApplication();
 
     // The session may end while the windows still load. The request is kept
     // until the program's own event loop runs, and acted on there: start-up

@@ -23,6 +23,8 @@ const QHash<QString, QStringList> &table()
         { QStringLiteral("ＭＳ Ｐゴシック"), proportionalGothic },
         { QStringLiteral("ＭＳ ゴシック"), fixedGothic },
         { QStringLiteral("メイリオ"), proportionalGothic },
+        // Windows draws Japanese in Tahoma by linking it to a Japanese face.
+        { QStringLiteral("Tahoma"), proportionalGothic },
         { QStringLiteral("ＭＳ Ｐ明朝"), proportionalMincho },
         { QStringLiteral("ＭＳ 明朝"), fixedMincho },
     };

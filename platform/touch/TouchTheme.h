@@ -35,9 +35,14 @@ public:
     static QColor accentDark();
     static QColor shadow(int alpha);
 
-    // Japanese interface faces in pixel sizes, so that scaling a control by
-    // a percentage scales its type with it.
-    // The Japanese faces of every caption, best first.
+    // Type in pixel sizes, so that scaling a control by a percentage scales
+    // its type with it. Fonts name the faces the windows were designed with
+    // ("MS UI Gothic" for captions, "メイリオ" for titles), followed by the
+    // installed Japanese faces that draw them here.
+    static QString uiFace();
+    static QString titleFace();
+    static QStringList familiesFor(const QString &designFace);
+    // The families of every caption, the design face first.
     static QStringList faces();
     static QFont captionFont(int pixelSize = 24);
     static QFont titleFont(int pixelSize = 26);

@@ -1,6 +1,12 @@
 #include "app/FontAdapter.h"
+#include "app/Globals.h"
+#include "documents/Applet.h"
+#include "platform/FontSubstitution.h"
+#include "tools/InfoDlg.h"
+#include "workspace/Workspace.h"
 
 #include <QLabel>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QTest>
 
@@ -82,6 +88,106 @@ private slots:
         QCOMPARE(designed.property("Charset").toInt(), 128);
         QCOMPARE(other.font().family(), QStringLiteral("Noto Serif CJK JP"));
         QVERIFY(!other.property("Charset").isValid());
+    }
+
+    // Our type is in pixels of the 96 dots-per-inch design, scaled with the
+    // screen from the size kept in "designPixelSize": the rules act on the
+    // designed size (16 px = 12 pt) and the shown size follows.
+    void pixelSizes_data()
+    {
+        QTest::addColumn<Faces>("faces");
+        QTest::addColumn<QVariant>("design");
+        QTest::addColumn<int>("shown");
+        QTest::addColumn<QString>("family");
+        QTest::addColumn<QVariant>("designAfter");
+        QTest::addColumn<int>("shownAfter");
+        const QString meiryo = QStringLiteral("メイリオ"), gothic = QStringLiteral("MS UI Gothic");
+        QTest::newRow("Meiryo, 12 pt shown at 1.5") << Faces{true, true} << QVariant(16) << 24 << meiryo << QVariant(13) << 20;
+        QTest::newRow("Meiryo, nothing kept") << Faces{true, false} << QVariant() << 16 << meiryo << QVariant() << 13;
+        QTest::newRow("Tahoma, 9 pt shown at 1.5") << Faces{false, true} << QVariant(12) << 18 << QStringLiteral("Tahoma") << QVariant(11) << 16;
+        QTest::newRow("neither, 18 pt shown at 1.5") << Faces{false, false} << QVariant(24) << 36 << gothic << QVariant(24) << 36;
+    }
+
+    void pixelSizes()
+    {
+        QFETCH(Faces, faces);
+        QFETCH(QVariant, design);
+        QFETCH(int, shown);
+        FontAdapter::setFacesForTesting(faces);
+        const auto forget = qScopeGuard([] { FontAdapter::resetForTesting(); });
+        QLabel label(QStringLiteral("保存して閉じる"));
+        QFont font;
+        font.setFamilies({QStringLiteral("Tahoma"), QStringLiteral("IPAexGothic")});
+        font.setPixelSize(shown);
+        label.setFont(font);
+        label.setProperty("designPixelSize", design);
+        FontAdapter::adapt(&label);
+        QTEST(label.font().family(), "family");
+        QCOMPARE(label.font().families().mid(1), QStringList{QStringLiteral("IPAexGothic")}); // still draws behind it
+        QTEST(label.property("designPixelSize"), "designAfter");
+        QTEST(label.font().pixelSize(), "shownAfter");
+    }
+
+    // The program's windows at 1366 by 768 with the program's start-up
+    // fonts: every control of the main window, the tool dialog and the
+    // settings box ends in the face the adapter chose, drawn by an installed
+    // Japanese face, at the type sizes the windows were designed with.
+    void realWindows()
+    {
+        if (FontAdapter::installedFaces().meiryo || FontAdapter::installedFaces().tahoma)
+            QSKIP("this check is for a machine without Meiryo and Tahoma");
+        FontAdapter::prepareApplication();
+        Globals::MusicOn = Globals::GraphicOn = Globals::HowToOn = false;
+        Workspace::setCharacterRoutine([](QString &) {});
+        Workspace w;
+        w.setInfoDlg(new InfoDlg(&w));
+        w.resize(1366, 768);
+        w.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&w));
+        w.Reload();
+        w.setDocument(1);
+        w.ToolBoxMode(1, -1);
+        QWidget *const windows[] = {&w, w.settingsBox(), w.infoDlg()};
+
+        const QStringList japanese{QStringLiteral("IPAexGothic"), QStringLiteral("Noto Sans CJK JP")};
+        for (QWidget *window : windows) {
+            for (QWidget *control : window->findChildren<QWidget *>()) {
+                bool document = false; // the document's own type
+                for (QWidget *up = control; up && !document; up = up->parentWidget())
+                    document = qobject_cast<Applet *>(up);
+                if (document)
+                    continue;
+                const QString seen = QStringLiteral("%1 %2: %3 → %4")
+                    .arg(control->metaObject()->className(), control->objectName(), control->font().family(),
+                         QFontInfo(control->font()).family());
+                QVERIFY2(control->font().family() == QStringLiteral("MS UI Gothic"), qPrintable(seen));
+                QVERIFY2(control->property("Charset").toInt() == 128, qPrintable(seen));
+                QVERIFY2(japanese.contains(QFontInfo(control->font()).family()), qPrintable(seen));
+            }
+        }
+
+        const struct
+        {
+            int window;
+            const char *control; // object or accessible name
+            int pixels;
+            bool bold;
+        } sizes[] = {
+            {0, "Channels4", 26, false},       {0, "BackToStart", 32, false}, {0, "InfoBarHowToMonitor", 20, false},
+            {0, "MenuBoxPages200", 26, true},  {0, "SideMenuBarTopics", 22, true},
+            {1, "閉じる", 22, false},           {1, "マイナスイオン", 20, false}, {1, "ランダム", 24, false},
+            {2, "変換", 11, false},             {2, "＋", 14, false},
+        };
+        for (const auto &row : sizes) {
+            const QString name = QString::fromUtf8(row.control);
+            QWidget *control = nullptr;
+            for (QWidget *candidate : windows[row.window]->findChildren<QWidget *>()) {
+                if (!control && (candidate->objectName() == name || candidate->accessibleName() == name))
+                    control = candidate;
+            }
+            QVERIFY2(control, qPrintable(name));
+            QCOMPARE(std::pair(control->font().pixelSize(), control->font().bold()), std::pair(row.pixels, row.bold));
+        }
     }
 };
 
