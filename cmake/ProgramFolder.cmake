@@ -8,11 +8,12 @@ add_dependencies(lantern program_folder)
 find_program(QHELPGENERATOR qhelpgenerator HINTS /usr/lib/qt6/libexec /usr/lib/qt6/bin)
 file(GLOB help_sources CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/help/*)
 if(QHELPGENERATOR)
+  # Generated inside the program folder, so that the collection names its book
+  # as help/LANTERN.qch and the folder can be moved or installed as a whole.
   add_custom_command(
-    OUTPUT ${LANTERN_PROGRAM_DIR}/LANTERN.qhc ${LANTERN_PROGRAM_DIR}/LANTERN.qch
-    COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/help ${CMAKE_BINARY_DIR}/help
-    COMMAND ${QHELPGENERATOR} ${CMAKE_BINARY_DIR}/help/lantern.qhcp -o ${LANTERN_PROGRAM_DIR}/LANTERN.qhc
+    OUTPUT ${LANTERN_PROGRAM_DIR}/LANTERN.qhc ${LANTERN_PROGRAM_DIR}/help/LANTERN.qch
     COMMAND ${CMAKE_COMMAND} -E copy_directory ${CMAKE_SOURCE_DIR}/help ${LANTERN_PROGRAM_DIR}/help
+    COMMAND ${QHELPGENERATOR} ${LANTERN_PROGRAM_DIR}/help/lantern.qhcp -o ${LANTERN_PROGRAM_DIR}/LANTERN.qhc
     DEPENDS ${help_sources}
     COMMENT "Building the help book")
   add_custom_target(help_book ALL DEPENDS ${LANTERN_PROGRAM_DIR}/LANTERN.qhc)
