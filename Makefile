@@ -1,9 +1,10 @@
 # make run   – set up, build and start Lantern (on a virtual display when there is none)
 # make test  – set up, build and run every test
+# make package – build the Debian package build/lantern_<version>_amd64.deb
 BUILD ?= build
 JOBS ?= $(shell nproc)
 
-.PHONY: all setup build run test bench clean
+.PHONY: all setup build run test package bench clean
 
 all: build
 
@@ -21,6 +22,9 @@ run: build
 
 test: build
 	@bash scripts/with-session.sh ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+
+package: build
+	cmake --build $(BUILD) --target package
 
 bench: build
 	@bash scripts/with-session.sh bash bench/run-all.sh $(BUILD)

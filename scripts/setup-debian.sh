@@ -25,6 +25,8 @@ packages=(
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good pulseaudio fluidsynth fluid-soundfont-gm
   # help viewer
   assistant-qt6
+  # the Debian package: libraries worked out, icon rendered, package and menu files checked
+  dpkg-dev librsvg2-bin lintian desktop-file-utils appstream
   # the start-up benchmark compares with this Qt writing program
   focuswriter
 )
