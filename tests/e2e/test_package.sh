@@ -18,7 +18,7 @@ passes=0 failures=0
 
 check() {
   local what=$1; shift
-  if "$@"; then echo "ok: $what"; passes=$((passes + 1)); else echo "FAIL: $what"; failures=$((failures + 1)); fi
+  if "$@"; then echo "ok: $what"; passes=$((passes + 1)); else echo "FAIL: $what"; failures=$((failures + 1)); return 1; fi
 }
 poll() {
   local tries=$(($1 * 10)); shift
