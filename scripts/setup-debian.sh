@@ -16,8 +16,10 @@ packages=(
   fonts-noto-cjk fonts-ipaexfont fontconfig python3-fontforge
   # draws text the way GTK programs do, to see what other programs get
   pango1.0-tools
-  # input method
-  ibus ibus-mozc mozc-server
+  # input methods: both common frameworks with Mozc, and Mozc's own tools
+  ibus ibus-mozc mozc-server fcitx5 fcitx5-mozc fcitx5-frontend-qt6 mozc-utils-gui
+  # handwriting recognition and its Japanese model
+  libzinnia-dev tegaki-zinnia-japanese
   # printing
   cups cups-client cups-bsd printer-driver-cups-pdf
   # voice, sounds and music
