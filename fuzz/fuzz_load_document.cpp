@@ -1,5 +1,6 @@
 // Loads arbitrary bytes as a document file: the loader and the header reader
 // must take any damaged or foreign file without crashing.
+// Fuzz library: lantern_core
 #include "documents/Database.h"
 
 #include <QByteArray>

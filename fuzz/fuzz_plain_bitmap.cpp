@@ -1,6 +1,6 @@
 // Any bytes into the bitmap reader: it either refuses them or makes a picture
 // whose rows all lie inside the bytes it was given.
-// Fuzz library: lantern_platform
+// Fuzz library: lantern_core
 
 #include "platform/PlainBitmap.h"
 

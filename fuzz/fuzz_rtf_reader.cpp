@@ -1,6 +1,6 @@
 // Any bytes into the RTF reader; whatever it makes must be written and read
 // back to the same text.
-// Fuzz library: lantern_platform
+// Fuzz library: lantern_core
 
 #include "platform/rtf/RtfReader.h"
 #include "platform/rtf/RtfWriter.h"
