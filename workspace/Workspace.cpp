@@ -28,6 +28,7 @@
 #include "tools/Printing.h"
 #include "tools/QuestionBox.h"
 #include "workspace/ChimeClock.h"
+#include "workspace/InformationBar.h"
 #include "workspace/SettingsBox.h"
 #include "workspace/SideMenuBar.h"
 #include "workspace/Wallpaper.h"
@@ -88,8 +89,6 @@ const int ChannelOrder[] = {9, 8, 7, 4, 5, 6, 3, 0};
 
 const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
-// How long a notice stays in the information bar.
-constexpr int NoticeMilliseconds = 10000;
 // Long enough for the character's goodbye before its perch goes.
 constexpr int FarewellMilliseconds = 4000;
 // How long typing pauses before the text goes to the journal: with the
@@ -106,16 +105,6 @@ QString arrayName(const QObject *control)
 {
     static const QRegularExpression trailingDigits(QStringLiteral("\\d+$"));
     return control->objectName().remove(trailingDigits);
-}
-
-QLabel *makeLabel(QWidget *parent, int pixelSize, bool bold)
-{
-    auto *label = new QLabel(parent);
-    label->setFont(bold ? TouchTheme::titleFont(pixelSize) : TouchTheme::captionFont(pixelSize));
-    QPalette palette = label->palette();
-    palette.setColor(QPalette::WindowText, TouchTheme::ink());
-    label->setPalette(palette);
-    return label;
 }
 
 } // namespace
@@ -163,7 +152,8 @@ Workspace::Workspace(QWidget *parent)
     setMinimumSize(800, 600);
 
     buildChannels();
-    buildInfoBar();
+    m_infoBar = new InformationBar(this);
+    connect(m_infoBar, &InformationBar::closedByUser, this, [this] { sayWhenGraphic(QStringLiteral("Let's go home, please.")); });
 
     m_welcome = new WelcomeBox(this);
     m_welcome->hide();
@@ -194,16 +184,8 @@ Workspace::Workspace(QWidget *parent)
 
     buildMenus();
 
-    m_noticeTimer.setSingleShot(true);
-    m_noticeTimer.setInterval(NoticeMilliseconds);
-    connect(&m_noticeTimer, &QTimer::timeout, this, [this] {
-        m_infoTopic->clear();
-        m_infoContent->clear();
-        hideIdleInfoBar();
-    });
-
     // The character's words show in the information bar, which covers nothing.
-    connect(CharacterStage::instance(), &CharacterStage::wordsShown, this, &Workspace::showNotice);
+    connect(CharacterStage::instance(), &CharacterStage::wordsShown, m_infoBar, &InformationBar::showNotice);
 
     m_clock = new ChimeClock(this);
     connect(m_clock, &ChimeClock::beep, this, &Workspace::Clock_Beep);
@@ -249,35 +231,6 @@ void Workspace::buildChannels()
         m_channels.append(button);
     }
     Channels(7)->setEnabled(false);
-}
-
-void Workspace::buildInfoBar()
-{
-    m_infoBar = new TouchPanel(this);
-    m_infoBar->setObjectName(QStringLiteral("InfoBar"));
-    m_infoTopic = makeLabel(m_infoBar, 24, true);
-    m_infoTopic->setObjectName(QStringLiteral("InfoBarTopic"));
-    m_infoContent = makeLabel(m_infoBar, 22, false);
-    m_infoContent->setObjectName(QStringLiteral("InfoBarContent"));
-    m_infoContent->setWordWrap(true);
-    m_infoContentFont = m_infoContent->font();
-    m_howToMonitor = new TouchButton(QStringLiteral("閉じる"), m_infoBar);
-    m_howToMonitor->setObjectName(QStringLiteral("InfoBarHowToMonitor"));
-    m_howToMonitor->setTip(QStringLiteral("クリックすると、説明を閉じます。"));
-    connect(m_howToMonitor, &QAbstractButton::clicked, this, [this] {
-        m_infoBar->hide();
-        m_infoBar->update();
-        sayWhenGraphic(QStringLiteral("Let's go home, please."));
-    });
-    m_howToMonitor->setFont(TouchTheme::captionFont(20));
-    m_howToMonitor->setMinimumSize(96, 40);
-    auto *layout = new QHBoxLayout(m_infoBar);
-    layout->setContentsMargins(18, 0, 8, 0);
-    layout->setSpacing(18);
-    layout->addWidget(m_infoTopic);
-    layout->addWidget(m_infoContent, 1);
-    layout->addWidget(m_howToMonitor);
-    m_infoBar->hide();
 }
 
 void Workspace::buildMenus()
@@ -349,7 +302,7 @@ SettingsBox *Workspace::settings()
     box->setWallpaper(m_wallpaper.get());
     connect(box, &SettingsBox::closeRequested, this, [this] { setDocument(WelcomeView); });
     connect(box, &SettingsBox::shutdownOptionChanged, this, &Workspace::refreshCheckMarks);
-    connect(box, &SettingsBox::accessibilityOptionChanged, this, &Workspace::hideIdleInfoBar);
+    connect(box, &SettingsBox::accessibilityOptionChanged, m_infoBar, &InformationBar::hideIfIdle);
     connect(box, &SettingsBox::wallpaperChanged, this, [this] { update(); });
     // What the window did for its other controls when it loaded and reloaded.
     connectHints(box);
@@ -422,7 +375,7 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
     connect(m_infoDlg, &InfoDlg::Quit, this, [this](qint16) { ToolBoxMode(1, 0); });
     connect(m_infoDlg, &InfoDlg::padsChanged, this, &Workspace::followToolDialog);
     connect(m_infoDlg, &InfoDlg::resized, this, &Workspace::layOut);
-    connect(m_infoDlg, &InfoDlg::Notice, this, &Workspace::showNotice);
+    connect(m_infoDlg, &InfoDlg::Notice, m_infoBar, &InformationBar::showNotice);
     connect(qApp, &QApplication::focusChanged, this, [this](QWidget *, QWidget *now) { followFocus(now); });
     followFocus(QApplication::focusWidget());
     if (auto *music = m_infoDlg->findChild<TouchPanel *>(QStringLiteral("MIDI"))) {
@@ -447,6 +400,21 @@ TouchButton *Workspace::Channels(int index) const
     return index >= 0 && index < m_channels.size() ? m_channels.at(index) : nullptr;
 }
 
+TouchPanel *Workspace::InfoBar() const
+{
+    return m_infoBar;
+}
+
+QLabel *Workspace::InfoBarTopic() const
+{
+    return m_infoBar->topic();
+}
+
+QLabel *Workspace::InfoBarContent() const
+{
+    return m_infoBar->content();
+}
+
 SideMenuBar *Workspace::SideMenuBars(int index) const
 {
     return index == SideMenuBar::DocumentBar ? m_documentBar : index == SideMenuBar::FormatBar ? m_formatBar : nullptr;
@@ -456,11 +424,10 @@ SideMenuBar *Workspace::SideMenuBars(int index) const
 
 void Workspace::Reload()
 {
-    // The hint's type is fitted afresh for each hint, from the adapted size.
-    m_infoContent->setFont(m_infoContentFont);
+    m_infoBar->restoreContentFont();
     ErrorTrap::run("Workspace::Reload: fonts", [] { FontAdapter::adaptAll(); });
     m_reloaded = true;
-    m_infoContentFont = m_infoContent->font();
+    m_infoBar->keepContentFont();
     ErrorTrap::run("Workspace::Reload: sounds", [this] { applySkinSounds(); });
     for (Applet *applet : m_applets)
         ErrorTrap::run("Workspace::Reload: applet", [applet] { applet->Reload(); });
@@ -547,65 +514,7 @@ void Workspace::followFocus(QWidget *focus)
 
 void Workspace::HowTo(const QString &topic, const QString &content)
 {
-    if (topic.isEmpty() && content.isEmpty()) {
-        // A notice stays until it has been read, whatever the pointer does.
-        if (m_noticeTimer.isActive())
-            return;
-        m_infoTopic->clear();
-        m_infoContent->clear();
-        hideIdleInfoBar();
-        return;
-    }
-    if (!Globals::HowToOn || content.isEmpty())
-        return;
-    m_noticeTimer.stop();
-    showInInfoBar(topic, content);
-}
-
-// With hints off the bar shows only notices: empty, it goes away. Over a
-// docked pad it shows only while it has something to say.
-void Workspace::hideIdleInfoBar()
-{
-    if (m_noticeTimer.isActive())
-        return;
-    if (!Globals::HowToOn || (m_infoBarFloats && m_infoTopic->text().isEmpty()))
-        m_infoBar->hide();
-}
-
-// Shown even with hints off, for long enough to read it.
-void Workspace::showNotice(const QString &topic, const QString &content)
-{
-    showInInfoBar(topic, content);
-    m_noticeTimer.start();
-}
-
-void Workspace::showInInfoBar(const QString &topic, const QString &content)
-{
-    m_infoTopic->setText(topic);
-    m_infoContent->setText(content);
-    m_infoBar->show();
-    m_infoBar->raise();
-    fitHint();
-    m_infoBar->update();
-}
-
-// A long hint takes smaller type rather than losing its last words.
-void Workspace::fitHint()
-{
-    QLayout *layout = m_infoBar->layout();
-    if (!layout)
-        return;
-    layout->activate();
-    // The label is as tall as its text; the room is all the bar's height.
-    const QRect room(0, 0, m_infoContent->contentsRect().width(),
-                     m_infoBar->contentsRect().height() - layout->contentsMargins().top() - layout->contentsMargins().bottom());
-    if (room.isEmpty())
-        return;
-    // From the hint's full size: its design size grown with the screen.
-    QFont full = m_infoContentFont;
-    full.setPixelSize(qRound(TouchTheme::pixelSize(m_infoContentFont) * std::max(1.0, m_typeUnit)));
-    m_infoContent->setFont(
-        TouchTheme::fittedFont(full, m_infoContent->text(), room, Qt::TextWordWrap | int(m_infoContent->alignment())));
+    m_infoBar->showHint(topic, content);
 }
 
 qint32 Workspace::Document() const
@@ -1167,18 +1076,9 @@ void Workspace::layOut()
     Channels(2)->setGeometry(layout.endButton());
 
     m_infoBar->setGeometry(layout.infoBar());
-    if (layout.infoBarFloats() != m_infoBarFloats) {
-        // Over a docked pad the bar shows only while it speaks; once the pad
-        // goes, the bar that stood along the bottom comes back.
-        m_infoBarFloats = layout.infoBarFloats();
-        if (m_infoBarFloats)
-            m_infoBarStoodBeforeDock = m_infoBar->isVisible();
-        hideIdleInfoBar();
-        if (!m_infoBarFloats && m_infoBarStoodBeforeDock && Globals::HowToOn)
-            m_infoBar->show();
-    }
+    m_infoBar->setFloating(layout.infoBarFloats());
     if (m_infoBar->isVisible())
-        fitHint();
+        m_infoBar->fitHint();
 
     m_welcome->setBoxSize(layout.boxSize());
     if (m_settingsBox)
@@ -1206,7 +1106,7 @@ void Workspace::layOut()
     }
     if (docked)
         m_infoDlg->move(geometry().topLeft() + layout.toolDialogAt());
-    if (m_infoBarFloats && m_infoBar->isVisible())
+    if (m_infoBar->isFloating() && m_infoBar->isVisible())
         m_infoBar->raise();
 }
 
@@ -1225,6 +1125,7 @@ void Workspace::scaleType(double unit)
     if (qFuzzyCompare(unit, m_typeUnit))
         return;
     m_typeUnit = unit;
+    m_infoBar->setTypeUnit(unit);
     const auto ownControl = [this](QWidget *control) {
         // Not the document's own type, nor another window's.
         for (QWidget *w = control; w && w != this; w = w->parentWidget()) {

@@ -16,6 +16,7 @@
 class Applet;
 class ChimeClock;
 class InfoDlg;
+class InformationBar;
 class MusicPlayer;
 class Printing;
 class QAction;
@@ -113,9 +114,9 @@ public:
     // Built on first use, or once the window shows.
     QWidget *settingsBox();
     SideMenuBar *SideMenuBars(int index) const;
-    TouchPanel *InfoBar() const { return m_infoBar; }
-    QLabel *InfoBarTopic() const { return m_infoTopic; }
-    QLabel *InfoBarContent() const { return m_infoContent; }
+    TouchPanel *InfoBar() const;
+    QLabel *InfoBarTopic() const;
+    QLabel *InfoBarContent() const;
     QMenu *systemMenu() const { return m_menu; }
     ChimeClock *clock() const { return m_clock; }
 
@@ -147,9 +148,7 @@ protected:
 
 private:
     void buildChannels();
-    void buildInfoBar();
     void buildMenus();
-    void fitHint();
     QAction *addNoPrinterEntry();
     void rebuildPrinterMenu();
     SettingsBox *settings();
@@ -168,9 +167,6 @@ private:
     void fitToolDialog();
     void followToolDialog();
     void followFocus(QWidget *focus);
-    void showNotice(const QString &topic, const QString &content);
-    void hideIdleInfoBar();
-    void showInInfoBar(const QString &topic, const QString &content);
 
     void enterDocument();
     bool leaveDocument();
@@ -201,12 +197,7 @@ private:
     bool m_reloaded = false;
     SideMenuBar *m_documentBar = nullptr;
     SideMenuBar *m_formatBar = nullptr;
-    TouchPanel *m_infoBar = nullptr;
-    QLabel *m_infoTopic = nullptr;
-    QLabel *m_infoContent = nullptr;
-    QFont m_infoContentFont;
-    TouchButton *m_howToMonitor = nullptr;
-    QTimer m_noticeTimer;
+    InformationBar *m_infoBar = nullptr;
     QMenu *m_menu = nullptr;
     QMenu *m_printerMenu = nullptr;
     ChimeClock *m_clock = nullptr;
@@ -228,8 +219,5 @@ private:
     bool m_linkedFontNow = false;
     bool m_started = false;
     double m_typeUnit = 1.0;
-    // Over a docked pad the information bar shows only while it has a hint.
-    bool m_infoBarFloats = false;
-    bool m_infoBarStoodBeforeDock = false;
     bool m_layingOut = false;
 };
