@@ -12,9 +12,7 @@
 #include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
 #include "platform/HelpViewer.h"
-#include "platform/PrinterList.h"
 #include "platform/RuntimeLog.h"
-#include "platform/SystemTools.h"
 #include "platform/touch/SkinSound.h"
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchEdit.h"
@@ -31,6 +29,7 @@
 #include "workspace/InformationBar.h"
 #include "workspace/SettingsBox.h"
 #include "workspace/SideMenuBar.h"
+#include "workspace/SystemMenu.h"
 #include "workspace/Wallpaper.h"
 #include "workspace/WelcomeBox.h"
 #include "workspace/WorkspaceLayout.h"
@@ -182,7 +181,7 @@ Workspace::Workspace(QWidget *parent)
         connect(bar, &SideMenuBar::buttonClicked, this, &Workspace::SideMenuBarMiniChannels_Click);
     }
 
-    buildMenus();
+    m_menu = new SystemMenu(this);
 
     // The character's words show in the information bar, which covers nothing.
     connect(CharacterStage::instance(), &CharacterStage::wordsShown, m_infoBar, &InformationBar::showNotice);
@@ -231,60 +230,6 @@ void Workspace::buildChannels()
         m_channels.append(button);
     }
     Channels(7)->setEnabled(false);
-}
-
-void Workspace::buildMenus()
-{
-    m_menu = new QMenu(this);
-    m_menu->setObjectName(QStringLiteral("Menus"));
-    m_menu->setFont(TouchTheme::captionFont(24));
-    const auto entry = [this](int index, const QString &caption) {
-        QAction *action = m_menu->addAction(caption);
-        action->setObjectName(QStringLiteral("Menus%1").arg(index));
-        connect(action, &QAction::triggered, this, [this, index] { Menus_Click(index); });
-    };
-    entry(0, QStringLiteral("ボリューム"));
-    entry(1, QStringLiteral("画面..."));
-    m_printerMenu = m_menu->addMenu(QStringLiteral("既定のプリンタ"));
-    m_printerMenu->setObjectName(QStringLiteral("PrinterMenus"));
-    m_printerMenu->setFont(TouchTheme::captionFont(24));
-    entry(3, QStringLiteral("プリンタ..."));
-    m_menu->addSeparator();
-    entry(5, QStringLiteral("フォント"));
-    m_menu->addSeparator();
-    entry(7, QStringLiteral("日付と時刻..."));
-    m_menu->addSeparator();
-    entry(9, QStringLiteral("インターネット オプション..."));
-    // Asking the print system for its printers takes longer than the whole
-    // window takes to appear: the list is filled in each time the menu opens.
-    addNoPrinterEntry();
-}
-
-QAction *Workspace::addNoPrinterEntry()
-{
-    QAction *none = m_printerMenu->addAction(QStringLiteral("(なし)"));
-    none->setObjectName(QStringLiteral("PrinterMenus0"));
-    none->setCheckable(true);
-    connect(none, &QAction::triggered, this, [this] { PrinterMenus_Click(0); });
-    return none;
-}
-
-void Workspace::rebuildPrinterMenu()
-{
-    m_printerMenu->clear();
-    QAction *none = addNoPrinterEntry();
-    QList<PrinterList::Entry> printers;
-    ErrorTrap::run("Workspace: printer list", [&] { printers = PrinterList::printers(); });
-    const QString current = PrinterList::currentPrinter();
-    none->setChecked(current.isEmpty());
-    for (int k = 1; k <= printers.size(); ++k) {
-        const PrinterList::Entry &printer = printers.at(k - 1);
-        QAction *action = m_printerMenu->addAction(PrinterList::caption(printer));
-        action->setObjectName(QStringLiteral("PrinterMenus%1").arg(k));
-        action->setCheckable(true);
-        action->setChecked(printer.deviceName == current);
-        connect(action, &QAction::triggered, this, [this, k] { PrinterMenus_Click(k); });
-    }
 }
 
 QWidget *Workspace::settingsBox()
@@ -398,6 +343,11 @@ void Workspace::setPrinting(Printing *printing)
 TouchButton *Workspace::Channels(int index) const
 {
     return index >= 0 && index < m_channels.size() ? m_channels.at(index) : nullptr;
+}
+
+QMenu *Workspace::systemMenu() const
+{
+    return m_menu;
 }
 
 TouchPanel *Workspace::InfoBar() const
@@ -768,25 +718,9 @@ void Workspace::applySkinSounds(QList<QWidget *> pending)
     }
 }
 
-void Workspace::Menus_Click(int index)
-{
-    ErrorTrap::run("Workspace: system menu", [index] { SystemTools::open(index); });
-}
-
-void Workspace::PrinterMenus_Click(int index)
-{
-    QList<PrinterList::Entry> printers;
-    ErrorTrap::run("Workspace: printer list", [&] { printers = PrinterList::printers(); });
-    if (index == 0)
-        PrinterList::setCurrentPrinter(QString());
-    else if (index - 1 < printers.size())
-        PrinterList::setCurrentPrinter(printers.at(index - 1).deviceName);
-    rebuildPrinterMenu();
-}
-
 void Workspace::contextMenuEvent(QContextMenuEvent *event)
 {
-    rebuildPrinterMenu();
+    m_menu->rebuildPrinterMenu();
     m_menu->popup(event->globalPos());
 }
 

@@ -26,6 +26,7 @@ class RecoveryJournal;
 class SettingsBox;
 class Wallpaper;
 class SideMenuBar;
+class SystemMenu;
 class TouchButton;
 class TouchPanel;
 class WelcomeBox;
@@ -117,14 +118,12 @@ public:
     TouchPanel *InfoBar() const;
     QLabel *InfoBarTopic() const;
     QLabel *InfoBarContent() const;
-    QMenu *systemMenu() const { return m_menu; }
+    QMenu *systemMenu() const;
     ChimeClock *clock() const { return m_clock; }
 
     // Handlers of the controls, by index.
     void Channels_Click(int index);
     void SideMenuBarMiniChannels_Click(int index);
-    void Menus_Click(int index);
-    void PrinterMenus_Click(int index);
     // The suppress flag a button's sound query answers.
     qint16 soundSuppressFor(const QString &arrayName, int index) const;
     // Gives every touch control of every window its skin sound.
@@ -148,9 +147,6 @@ protected:
 
 private:
     void buildChannels();
-    void buildMenus();
-    QAction *addNoPrinterEntry();
-    void rebuildPrinterMenu();
     SettingsBox *settings();
     void connectHints(QWidget *root);
     void say(const QString &line);
@@ -198,8 +194,7 @@ private:
     SideMenuBar *m_documentBar = nullptr;
     SideMenuBar *m_formatBar = nullptr;
     InformationBar *m_infoBar = nullptr;
-    QMenu *m_menu = nullptr;
-    QMenu *m_printerMenu = nullptr;
+    SystemMenu *m_menu = nullptr;
     ChimeClock *m_clock = nullptr;
     WorkspaceBus *m_bus = nullptr;
     QList<Applet *> m_applets;
