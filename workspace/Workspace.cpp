@@ -29,6 +29,7 @@
 #include "workspace/InformationBar.h"
 #include "workspace/SettingsBox.h"
 #include "workspace/SideMenuBar.h"
+#include "workspace/SkinSounds.h"
 #include "workspace/SystemMenu.h"
 #include "workspace/Wallpaper.h"
 #include "workspace/WelcomeBox.h"
@@ -49,7 +50,6 @@
 #include <QMenu>
 #include <QPainter>
 #include <QPointer>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QVBoxLayout>
 
@@ -93,18 +93,6 @@ constexpr int FarewellMilliseconds = 4000;
 // How long typing pauses before the text goes to the journal: with the
 // write itself, well within two seconds of the last key.
 constexpr int JournalPauseMilliseconds = 1200;
-
-QString skinFolder()
-{
-    return QCoreApplication::applicationDirPath() + QStringLiteral("/SKIN");
-}
-
-// A control array's name: the object name without its index.
-QString arrayName(const QObject *control)
-{
-    static const QRegularExpression trailingDigits(QStringLiteral("\\d+$"));
-    return control->objectName().remove(trailingDigits);
-}
 
 } // namespace
 
@@ -253,7 +241,7 @@ SettingsBox *Workspace::settings()
     connectHints(box);
     if (m_reloaded) {
         ErrorTrap::run("Workspace: settings box fonts", [box] { FontAdapter::adaptTree(box); });
-        applySkinSounds({box});
+        SkinSounds::assign({box});
     }
     box->pressWallpaperButton(m_wallpaper->pressedButton());
     box->refreshCheckMarks();
@@ -271,9 +259,9 @@ void Workspace::connectHints(QWidget *root)
     for (TouchButton *button : root->findChildren<TouchButton *>()) {
         connect(button, &TouchButton::pointerEntered, this, [this, button] { HowTo(button->caption(), button->tip()); });
         connect(button, &TouchButton::pointerLeft, this, [this] { HowTo(QString(), QString()); });
-        const QString name = arrayName(button);
+        const QString name = SkinSounds::arrayName(button);
         connect(button, &TouchButton::soundQuery, this, [this, button, name](qint16 &suppress) {
-            suppress = soundSuppressFor(name, button->index());
+            suppress = SkinSounds::suppressFor(name, button->index());
         });
     }
     for (TouchEdit *edit : root->findChildren<TouchEdit *>()) {
@@ -378,7 +366,7 @@ void Workspace::Reload()
     ErrorTrap::run("Workspace::Reload: fonts", [] { FontAdapter::adaptAll(); });
     m_reloaded = true;
     m_infoBar->keepContentFont();
-    ErrorTrap::run("Workspace::Reload: sounds", [this] { applySkinSounds(); });
+    ErrorTrap::run("Workspace::Reload: sounds", [this] { SkinSounds::assignEverywhere(this); });
     for (Applet *applet : m_applets)
         ErrorTrap::run("Workspace::Reload: applet", [applet] { applet->Reload(); });
     if (m_infoDlg)
@@ -648,7 +636,7 @@ void Workspace::Channels_Click(int index)
     case 5:
         Globals::MusicOn = !Globals::MusicOn;
         Channels(5)->setValue(Globals::MusicOn);
-        applySkinSounds();
+        SkinSounds::assignEverywhere(this);
         break;
     case 6:
         Globals::GraphicOn = !Globals::GraphicOn;
@@ -673,48 +661,6 @@ void Workspace::Channels_Click(int index)
         break;
     default:
         break;
-    }
-}
-
-qint16 Workspace::soundSuppressFor(const QString &array, int index) const
-{
-    const qint16 music = Globals::MusicOn ? -1 : 0;
-    if (array == u"Channels")
-        return index == 5 ? music : qint16(~music);
-    if (array == u"MenuBoxMiniChannels" || array == u"SideMenuBarMiniChannels")
-        return qint16(~music);
-    return 0;
-}
-
-void Workspace::applySkinSounds()
-{
-    QList<QWidget *> roots = QApplication::topLevelWidgets();
-    if (!roots.contains(this))
-        roots.append(this);
-    applySkinSounds(roots);
-}
-
-void Workspace::applySkinSounds(QList<QWidget *> pending)
-{
-    const QString folder = skinFolder();
-    while (!pending.isEmpty()) {
-        QWidget *widget = pending.takeFirst();
-        for (QObject *child : widget->children()) {
-            if (auto *childWidget = qobject_cast<QWidget *>(child); childWidget && !childWidget->isWindow())
-                pending.append(childWidget);
-        }
-        const QString name = arrayName(widget);
-        if (auto *button = qobject_cast<TouchButton *>(widget)) {
-            if (name.endsWith(u"MiniChannels"))
-                button->setSoundFile(folder + QStringLiteral("/2.WAV"));
-            else if (name == u"Channels")
-                button->setSoundFile(folder + QStringLiteral("/1.WAV"));
-            else if (name == u"NumKeys")
-                button->setSoundFile(folder + QStringLiteral("/3.WAV"));
-        } else if (auto *panel = qobject_cast<TouchPanel *>(widget); panel && name == u"MIDI") {
-            panel->setMusicFile(folder + QStringLiteral("/2.MIDI"));
-            panel->setSoundPlaying(Globals::MusicOn);
-        }
     }
 }
 
@@ -886,7 +832,7 @@ void Workspace::InfoDlg_Status(qint16 first, qint16 second)
 
 void Workspace::Clock_Beep()
 {
-    if (!SkinSound::play(skinFolder() + QStringLiteral("/BEEP.WAV")))
+    if (!SkinSound::play(SkinSounds::folder() + QStringLiteral("/BEEP.WAV")))
         QApplication::beep();
 }
 

@@ -124,11 +124,6 @@ public:
     // Handlers of the controls, by index.
     void Channels_Click(int index);
     void SideMenuBarMiniChannels_Click(int index);
-    // The suppress flag a button's sound query answers.
-    qint16 soundSuppressFor(const QString &arrayName, int index) const;
-    // Gives every touch control of every window its skin sound.
-    void applySkinSounds();
-    void applySkinSounds(QList<QWidget *> roots);
 
     // The yes/no question; QuestionBox unless replaced.
     void setQuestionRoutine(QuestionRoutine routine) { m_ask = std::move(routine); }
