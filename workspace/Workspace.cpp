@@ -6,9 +6,7 @@
 #include "app/PowerOff.h"
 #include "app/PrivateCharacters.h"
 #include "app/SettingsStore.h"
-#include "documents/Database.h"
 #include "documents/DatabaseApplet.h"
-#include "documents/RecoveryJournal.h"
 #include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
 #include "platform/HelpViewer.h"
@@ -24,8 +22,8 @@
 #include "tools/InfoDlg.h"
 #include "platform/agent/CharacterStage.h"
 #include "tools/Printing.h"
-#include "tools/QuestionBox.h"
 #include "workspace/ChimeClock.h"
+#include "workspace/DocumentSession.h"
 #include "workspace/InformationBar.h"
 #include "workspace/SettingsBox.h"
 #include "workspace/SideMenuBar.h"
@@ -42,7 +40,6 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QScopedValueRollback>
-#include <QFile>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -90,9 +87,6 @@ const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
 // Long enough for the character's goodbye before its perch goes.
 constexpr int FarewellMilliseconds = 4000;
-// How long typing pauses before the text goes to the journal: with the
-// write itself, well within two seconds of the last key.
-constexpr int JournalPauseMilliseconds = 1200;
 
 } // namespace
 
@@ -105,8 +99,7 @@ void Workspace::setCharacterRoutine(CharacterRoutine routine)
 
 Workspace::Workspace(QWidget *parent)
     : QWidget(parent)
-    , m_ask(&QuestionBox::ask)
-    , m_tell(&QuestionBox::tell)
+    , m_session(new DocumentSession(this))
 {
     setObjectName(QStringLiteral("Workspace"));
 
@@ -144,10 +137,10 @@ Workspace::Workspace(QWidget *parent)
 
     m_welcome = new WelcomeBox(this);
     m_welcome->hide();
-    connect(m_welcome, &WelcomeBox::templateChosen, this, &Workspace::openTemplate);
-    connect(m_welcome, &WelcomeBox::documentChosen, this, &Workspace::openDocument);
+    connect(m_welcome, &WelcomeBox::templateChosen, m_session, &DocumentSession::openTemplate);
+    connect(m_welcome, &WelcomeBox::documentChosen, m_session, &DocumentSession::openDocument);
     connect(m_welcome, &WelcomeBox::closeRequested, this, [this] { setDocument(NothingView); });
-    connect(m_welcome, &WelcomeBox::leftBehindChosen, this, &Workspace::openLeftBehind);
+    connect(m_welcome, &WelcomeBox::leftBehindChosen, m_session, &DocumentSession::openLeftBehind);
 
     // With nothing open, one big button leads back to the documents.
     m_backToStart = new TouchButton(QStringLiteral("ドキュメントを選ぶ"), this);
@@ -182,17 +175,11 @@ Workspace::Workspace(QWidget *parent)
     if (!m_bus->registerObject())
         RuntimeLog::note("Workspace::Load", QStringLiteral("no session bus for the window's commands"));
 
-    // What the user writes reaches the disk a moment after they pause, so
-    // that a crash loses none of it.
-    m_journal = new RecoveryJournal(this);
-    m_journalTimer.setSingleShot(true);
-    m_journalTimer.setInterval(JournalPauseMilliseconds);
-    connect(&m_journalTimer, &QTimer::timeout, this, &Workspace::keepInJournal);
-    connect(m_documentBar->titleField(), &QLineEdit::textEdited, &m_journalTimer, qOverload<>(&QTimer::start));
+    connect(m_documentBar->titleField(), &QLineEdit::textEdited, m_session, &DocumentSession::keepAfterPause);
 
     // The document applet.
     auto *document = new DatabaseApplet(this);
-    connect(document, &DatabaseApplet::edited, &m_journalTimer, qOverload<>(&QTimer::start));
+    connect(document, &DatabaseApplet::edited, m_session, &DocumentSession::keepAfterPause);
     addApplet(document);
 
     connectHints(this);
@@ -278,7 +265,7 @@ void Workspace::addApplet(Applet *applet)
     applet->hide();
     m_applets.append(applet);
     m_active = applet;
-    applet->setRecord(&m_record);
+    applet->setRecord(&m_session->record());
     connect(applet, &Applet::propertiesChanged, this,
             [this](bool &value, QVariant source, QString kind) { applet_propertiesChanged(value, source, kind); });
     // A click into the document opens the pad when "Smart Pencil" asks for it.
@@ -331,6 +318,31 @@ void Workspace::setPrinting(Printing *printing)
 TouchButton *Workspace::Channels(int index) const
 {
     return index >= 0 && index < m_channels.size() ? m_channels.at(index) : nullptr;
+}
+
+DocumentRecord &Workspace::currentRecord()
+{
+    return m_session->record();
+}
+
+QString Workspace::currentPath() const
+{
+    return m_session->path();
+}
+
+RecoveryJournal *Workspace::journal() const
+{
+    return m_session->journal();
+}
+
+void Workspace::setQuestionRoutine(QuestionRoutine routine)
+{
+    m_session->setQuestionRoutine(std::move(routine));
+}
+
+void Workspace::setMessageRoutine(MessageRoutine routine)
+{
+    m_session->setMessageRoutine(std::move(routine));
 }
 
 QMenu *Workspace::systemMenu() const
@@ -490,7 +502,7 @@ void Workspace::setDocument(qint16 view)
         ErrorTrap::run("Workspace::Document: theme pictures", [this] { settings()->loadThemePictures(); });
         break;
     case WelcomeView:
-        m_path.clear();
+        m_session->forgetFile();
         m_welcome->raise();
         m_welcome->show();
         // The box opens on its templates; the recent list, which reads every
@@ -498,9 +510,7 @@ void Workspace::setDocument(qint16 view)
         whenPictureShown([this] {
             ErrorTrap::run("Workspace::Document: lists", [this] {
                 m_welcome->fillLists();
-                const std::optional<RecoveryJournal::Entry> leftBehind = m_journal->leftBehind();
-                m_welcome->offerLeftBehind(leftBehind ? std::optional<QString>(leftBehind->record.DocumentTitle)
-                                                      : std::nullopt);
+                m_welcome->offerLeftBehind(m_session->leftBehindTitle());
             });
         });
         break;
@@ -517,7 +527,7 @@ void Workspace::enterDocument()
 {
     m_documentBar->show();
     m_formatBar->show();
-    m_documentBar->titleField()->setText(m_record.DocumentTitle);
+    m_documentBar->titleField()->setText(m_session->record().DocumentTitle);
     if (m_active) {
         m_active->setDocument(DocumentView);
         m_active->show();
@@ -531,8 +541,7 @@ void Workspace::enterDocument()
         bool changed = true;
         applet_propertiesChanged(changed, QVariant(), QStringLiteral("All Properties"));
     }
-    // Putting the document on the screen changed its boxes, not its text.
-    m_journalTimer.stop();
+    m_session->cancelJournalPause();
     layOut();
 }
 
@@ -541,81 +550,15 @@ void Workspace::enterDocument()
 // never dropped.
 bool Workspace::leaveDocument()
 {
-    if (m_active) {
-        m_active->hide();
-        ErrorTrap::run("Workspace::Document: applet", [this] { m_active->setDocument(0); });
-    }
-    bool saved = false;
-    ErrorTrap::run("Workspace::Document: save", [&] { saved = saveCurrentDocument(); });
+    const bool saved = m_session->leave();
     m_documentBar->hide();
     m_formatBar->hide();
     update();
     if (!saved) {
         enterDocument();
-        tellNotSaved();
+        m_session->tellNotSaved();
     }
     return saved;
-}
-
-void Workspace::tellNotSaved()
-{
-    m_tell(this, QStringLiteral("このドキュメントを保存できませんでした。\n"
-                                "書いた文章は画面に残してあります。\n"
-                                "ディスクの空きを確かめてから、\n"
-                                "もう一度 [保存して閉じる] をクリックしてください。"));
-}
-
-// Now, to the second: the precision of a document's save time.
-QDateTime Workspace::currentSecond()
-{
-    const QDateTime now = QDateTime::currentDateTime();
-    return QDateTime(now.date(), QTime(now.time().hour(), now.time().minute(), now.time().second()));
-}
-
-bool Workspace::saveCurrentDocument()
-{
-    if (m_active)
-        m_active->syncRecord();
-    m_record.DocumentTitle = m_documentBar->titleField()->text();
-    // A document saved for the first time takes a name no other file has.
-    const bool firstSave = m_path.isEmpty();
-    m_record.Timestamp = firstSave ? Database::FreeSaveTime(QDateTime::currentDateTime()) : currentSecond();
-    if (firstSave)
-        m_path = Database::NewFileName(m_record.Timestamp);
-    m_journalTimer.stop();
-    if (Database::SaveDocument(m_path, m_record, Database::Sequential)) {
-        m_journal->discard();
-        return true;
-    }
-    // Not on the disk: the next try picks a free name again, and meanwhile
-    // the journal holds the text.
-    if (firstSave)
-        m_path.clear();
-    m_journal->keep(m_path, m_record);
-    return false;
-}
-
-void Workspace::keepInJournal()
-{
-    if (Document() != DocumentView)
-        return;
-    if (m_active)
-        m_active->syncRecord();
-    DocumentRecord record = m_record;
-    record.DocumentTitle = m_documentBar->titleField()->text();
-    m_journal->keep(m_path, record);
-}
-
-// Text a run ended without saving opens as the document it was.
-void Workspace::openLeftBehind()
-{
-    const std::optional<RecoveryJournal::Entry> entry = m_journal->leftBehind();
-    if (!entry)
-        return;
-    m_journal->adopt(entry->run);
-    m_path = entry->origin;
-    m_record = entry->record;
-    setDocument(DocumentView);
 }
 
 // ---- The main buttons ----------------------------------------------------
@@ -681,21 +624,21 @@ void Workspace::SideMenuBarMiniChannels_Click(int index)
     // The applet answers "Zoom" with its own value, which stays 100; the
     // document's zoom is what the page really shows.
     case SideMenuBar::ZoomIn:
-        if (m_record.Zoom == 100)
+        if (m_session->record().Zoom == 100)
             applet->setProperties(QStringLiteral("Zoom"), 200);
         break;
     case SideMenuBar::ZoomOut:
-        if (m_record.Zoom == 200)
+        if (m_session->record().Zoom == 200)
             applet->setProperties(QStringLiteral("Zoom"), 100);
         break;
     case SideMenuBar::Revert:
-        revertDocument();
+        m_session->revert();
         break;
     case SideMenuBar::Copy:
-        copyDocument();
+        m_session->copy();
         break;
     case SideMenuBar::Delete:
-        deleteDocument();
+        m_session->remove();
         break;
     case SideMenuBar::Save:
         setDocument(WelcomeView);
@@ -730,81 +673,6 @@ void Workspace::SideMenuBarMiniChannels_Click(int index)
     default:
         break;
     }
-}
-
-void Workspace::openTemplate(qint16 templateNumber)
-{
-    m_path.clear();
-    m_record = Database::NewDocument(templateNumber);
-    setDocument(DocumentView);
-}
-
-void Workspace::openDocument(const QString &path)
-{
-    Database::LoadOutcome outcome = Database::LoadOutcome::Unreadable;
-    DocumentRecord record = Database::LoadDocument(path, Database::Sequential, &outcome);
-    if (outcome != Database::LoadOutcome::Read) {
-        // Opened blank, it would be saved blank over the file: it stays
-        // closed, and the user hears why.
-        m_tell(this, outcome == Database::LoadOutcome::TooLarge
-                         ? QStringLiteral("このドキュメントを開けませんでした。\n"
-                                          "ファイルが大きすぎます。\n"
-                                          "ファイルはそのまま残してあります。")
-                         : QStringLiteral("このドキュメントを開けませんでした。\n"
-                                          "ファイルが読み取れません。\n"
-                                          "ファイルはそのまま残してあります。"));
-        return;
-    }
-    m_path = path;
-    m_record = record;
-    setDocument(DocumentView);
-}
-
-void Workspace::revertDocument()
-{
-    if (!m_ask(this, QStringLiteral("このドキュメントの今までの作業をすべてキャンセルして、保存された状態に戻しますか?")))
-        return;
-    DocumentRecord stored =
-        m_path.isEmpty() ? Database::NewDocument(Database::BlankTemplate) : Database::LoadDocument(m_path, Database::Sequential);
-    // The edits on screen are dropped, not saved: the shown page closes
-    // before the stored record takes its place.
-    if (m_active) {
-        m_active->hide();
-        ErrorTrap::run("Workspace: revert", [this] { m_active->setDocument(0); });
-    }
-    m_record = stored;
-    m_journalTimer.stop();
-    m_journal->discard();
-    setDocument(DocumentView);
-}
-
-void Workspace::copyDocument()
-{
-    setDocument(NothingView);
-    if (Document() == DocumentView)
-        return;   // the original could not be saved: no copy of it yet
-    m_record.DocumentTitle = QStringLiteral("(コピー)");
-    setDocument(DocumentView);
-    // The copy is a file of its own, never the original's, with its own
-    // save time in its header.
-    m_record.Timestamp = Database::FreeSaveTime(QDateTime::currentDateTime());
-    m_path = Database::NewFileName(m_record.Timestamp);
-    if (!Database::SaveDocument(m_path, m_record, Database::Sequential)) {
-        m_path.clear();
-        tellNotSaved();
-    }
-}
-
-void Workspace::deleteDocument()
-{
-    if (!m_ask(this, QStringLiteral("このドキュメントを削除しますか?")))
-        return;
-    setDocument(NothingView);
-    if (Document() == DocumentView)
-        return;
-    if (!QFile::remove(m_path))
-        RuntimeLog::note("Workspace: delete", QStringLiteral("could not delete %1").arg(m_path));
-    setDocument(WelcomeView);
 }
 
 void Workspace::applet_propertiesChanged(bool &value, const QVariant &, const QString &kind)

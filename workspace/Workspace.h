@@ -15,6 +15,7 @@
 
 class Applet;
 class ChimeClock;
+class DocumentSession;
 class InfoDlg;
 class InformationBar;
 class MusicPlayer;
@@ -98,10 +99,11 @@ public:
     void addApplet(Applet *applet);
 
     // The current document and its file; the path is empty until it is saved.
-    DocumentRecord &currentRecord() { return m_record; }
-    QString currentPath() const { return m_path; }
+    DocumentRecord &currentRecord();
+    QString currentPath() const;
     // Where unsaved writing is kept until the document is saved.
-    RecoveryJournal *journal() const { return m_journal; }
+    RecoveryJournal *journal() const;
+    DocumentSession *session() const { return m_session; }
 
     bool calculatorFlag() const { return m_calculator; }
     // True until the window's first full picture (after Start) is on the
@@ -126,9 +128,9 @@ public:
     void SideMenuBarMiniChannels_Click(int index);
 
     // The yes/no question; QuestionBox unless replaced.
-    void setQuestionRoutine(QuestionRoutine routine) { m_ask = std::move(routine); }
+    void setQuestionRoutine(QuestionRoutine routine);
     // The message box; QuestionBox::tell unless replaced.
-    void setMessageRoutine(MessageRoutine routine) { m_tell = std::move(routine); }
+    void setMessageRoutine(MessageRoutine routine);
 
 signals:
     // The window has unloaded: the settings are saved.
@@ -161,16 +163,6 @@ private:
 
     void enterDocument();
     bool leaveDocument();
-    bool saveCurrentDocument();
-    void tellNotSaved();
-    static QDateTime currentSecond();
-    void keepInJournal();
-    void openLeftBehind();
-    void openTemplate(qint16 templateNumber);
-    void openDocument(const QString &path);
-    void revertDocument();
-    void copyDocument();
-    void deleteDocument();
     void applet_propertiesChanged(bool &value, const QVariant &applet, const QString &kind);
     void InfoDlg_Status(qint16 first, qint16 second);
     void Clock_Beep();
@@ -194,12 +186,7 @@ private:
     WorkspaceBus *m_bus = nullptr;
     QList<Applet *> m_applets;
     Applet *m_active = nullptr;
-    DocumentRecord m_record;
-    QString m_path;
-    RecoveryJournal *m_journal = nullptr;
-    QTimer m_journalTimer;
-    QuestionRoutine m_ask;
-    MessageRoutine m_tell;
+    DocumentSession *m_session = nullptr;
     CloseMode m_closeMode = ControlMenu;
     bool m_calculator = false;
     bool m_characterShown = false;
