@@ -31,7 +31,7 @@
 #include "workspace/SystemMenu.h"
 #include "workspace/Wallpaper.h"
 #include "workspace/WelcomeBox.h"
-#include "workspace/WorkspaceLayout.h"
+#include "workspace/WorkspaceArranger.h"
 #include "workspace/WorkspaceBus.h"
 
 #include <QApplication>
@@ -39,7 +39,6 @@
 #include <QContextMenuEvent>
 #include <QCoreApplication>
 #include <QDir>
-#include <QScopedValueRollback>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -79,9 +78,6 @@ const ChannelText ChannelTexts[10] = {
     {u"電卓", u"クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。"},
     {u"文字入力", u"クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。"},
 };
-
-// The order of the main buttons along the top; 1 and 2 share the last place.
-const int ChannelOrder[] = {9, 8, 7, 4, 5, 6, 3, 0};
 
 const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
@@ -161,6 +157,7 @@ Workspace::Workspace(QWidget *parent)
         bar->hide();
         connect(bar, &SideMenuBar::buttonClicked, this, &Workspace::SideMenuBarMiniChannels_Click);
     }
+    m_arranger = std::make_unique<WorkspaceArranger>(this, m_infoBar);
 
     m_menu = new SystemMenu(this);
 
@@ -234,8 +231,8 @@ SettingsBox *Workspace::settings()
     box->refreshCheckMarks();
     // Its type grows with the screen like the rest (sizes are kept from the
     // design, so scaling everything again changes nothing else).
-    m_typeUnit = 0;
-    layOut();
+    if (m_arranger)
+        m_arranger->arrangeWithNewControls();
     return box;
 }
 
@@ -363,6 +360,17 @@ QLabel *Workspace::InfoBarTopic() const
 QLabel *Workspace::InfoBarContent() const
 {
     return m_infoBar->content();
+}
+
+TouchPanel *Workspace::MenuBoxes(MenuBox index) const
+{
+    switch (index) {
+    case SettingsMenuBox:
+        return m_settingsBox;
+    case WelcomeMenuBox:
+        return m_welcome;
+    }
+    return nullptr;
 }
 
 SideMenuBar *Workspace::SideMenuBars(int index) const
@@ -800,103 +808,10 @@ void Workspace::resizeEvent(QResizeEvent *event)
     layOut();
 }
 
-// The main buttons run along the top, the information bar along the bottom;
-// the boxes sit in the middle, the open document between its side bars. An
-// open pad docks along the bottom, and the document and its side bars make
-// room for it, so that nothing the user may click lies under it.
 void Workspace::layOut()
 {
-    // Fitting the pad resizes it, which asks for a layout again.
-    if (!m_welcome || !m_documentBar || m_layingOut)
-        return;
-    const QScopedValueRollback layingOut(m_layingOut, true);
-    const bool docked = m_infoDlg && m_infoDlg->isVisible();
-    if (docked)
-        fitToolDialog();
-    const WorkspaceLayout layout(size(), docked ? m_infoDlg->frameGeometry().size() : QSize(),
-                                 Globals::GraphicOn ? WorkspaceLayout::Character::On : WorkspaceLayout::Character::Off);
-    scaleType(layout.unit());
-
-    int place = 0;
-    for (int index : ChannelOrder)
-        Channels(index)->setGeometry(layout.mainButton(place++));
-    Channels(1)->setGeometry(layout.endButton());
-    Channels(2)->setGeometry(layout.endButton());
-
-    m_infoBar->setGeometry(layout.infoBar());
-    m_infoBar->setFloating(layout.infoBarFloats());
-    if (m_infoBar->isVisible())
-        m_infoBar->fitHint();
-
-    m_welcome->setBoxSize(layout.boxSize());
-    if (m_settingsBox)
-        m_settingsBox->resize(layout.boxSize());
-    for (QWidget *menuBox : {static_cast<QWidget *>(m_settingsBox), static_cast<QWidget *>(m_welcome)}) {
-        if (menuBox)
-            menuBox->move(int(0 + width() - menuBox->width()) / 2, int(0 + height() - menuBox->height()) / 2);
-    }
-    m_backToStart->setGeometry(layout.backToStart());
-
-    // The side bars keep one column while it fits, and pair their buttons
-    // when a pad or the character leaves too little height for it.
-    for (auto [bar, place] : {std::pair(m_documentBar, layout.documentBar()), std::pair(m_formatBar, layout.formatBar())}) {
-        const bool column = bar->neededHeight(SideMenuBar::Arrangement::Column, place.width()) <= place.height();
-        bar->setArrangement(column ? SideMenuBar::Arrangement::Column : SideMenuBar::Arrangement::Pairs);
-        bar->setGeometry(place);
-    }
-    CharacterStage::instance()->setPerch(layout.perch().isEmpty() ? QRect()
-                                                                 : layout.perch().translated(geometry().topLeft()));
-    const QRect middle = layout.document();
-    for (Applet *applet : m_applets) {
-        applet->resize(middle.size());
-        applet->move(middle.left() + (middle.width() - applet->width()) / 2,
-                     middle.top() + (middle.height() - applet->height()) / 2);
-    }
-    if (docked)
-        m_infoDlg->move(geometry().topLeft() + layout.toolDialogAt());
-    if (m_infoBar->isFloating() && m_infoBar->isVisible())
-        m_infoBar->raise();
-}
-
-// The pads are as large as the screen allows: keys of a good size, and the
-// whole dialog within the window's width.
-void Workspace::fitToolDialog()
-{
-    m_infoDlg->fitPadScale(WorkspaceLayout::padScale(size()), WorkspaceLayout(size()).padRoom());
-}
-
-// Type grows with the screen: every control keeps the size it was designed
-// with at 1366 by 768 and is scaled from it.
-void Workspace::scaleType(double unit)
-{
-    unit = std::max(1.0, unit);
-    if (qFuzzyCompare(unit, m_typeUnit))
-        return;
-    m_typeUnit = unit;
-    m_infoBar->setTypeUnit(unit);
-    const auto ownControl = [this](QWidget *control) {
-        // Not the document's own type, nor another window's.
-        for (QWidget *w = control; w && w != this; w = w->parentWidget()) {
-            if (w->isWindow() || qobject_cast<Applet *>(w))
-                return false;
-        }
-        return true;
-    };
-    for (QWidget *control : findChildren<QWidget *>()) {
-        if (!ownControl(control))
-            continue;
-        QVariant design = control->property("designPixelSize");
-        if (!design.isValid()) {
-            const int px = control->font().pixelSize();
-            if (px <= 0)
-                continue;
-            design = px;
-            control->setProperty("designPixelSize", px);
-        }
-        QFont font = control->font();
-        font.setPixelSize(std::max(TouchTheme::smallestPixelSize(), int(design.toInt() * unit + 0.5)));
-        control->setFont(font);
-    }
+    if (m_arranger)
+        m_arranger->arrange();
 }
 
 // ---- Closing -----------------------------------------------------------------

@@ -31,6 +31,7 @@ class SystemMenu;
 class TouchButton;
 class TouchPanel;
 class WelcomeBox;
+class WorkspaceArranger;
 class WorkspaceBus;
 
 // The program's single full-screen main window: the big main buttons along
@@ -46,14 +47,25 @@ class Workspace : public QWidget, public AppletHost
     Q_OBJECT
 
 public:
-    // View codes
-    static constexpr qint16 NothingView = 0;
-    static constexpr qint16 SettingsView = 1;
-    static constexpr qint16 WelcomeView = 2;
-    static constexpr qint16 DocumentView = 10;
-
+    // View codes: what the window shows.
+    enum View : qint16 { NothingView = 0, SettingsView = 1, WelcomeView = 2, DocumentView = 10 };
+    // The main buttons, Channels(index).
+    enum Channel : qint16 {
+        ProductButton = 0,
+        PowerOffButton = 1,
+        QuitButton = 2,
+        HelpButton = 3,
+        SettingsButton = 4,
+        MusicButton = 5,
+        GraphicButton = 6,
+        PrintButton = 7,
+        CalculatorButton = 8,
+        CharacterPadButton = 9,
+    };
+    // The draggable boxes, MenuBoxes(index).
+    enum MenuBox : qint16 { SettingsMenuBox = 100, WelcomeMenuBox = 200 };
     // How the window is being closed.
-    enum CloseMode { ControlMenu = 0, ByCode = 1, SessionEnd = 2, TaskManager = 3, OtherClose = 4 };
+    enum CloseMode : qint16 { ControlMenu = 0, ByCode = 1, SessionEnd = 2, TaskManager = 3, OtherClose = 4 };
 
     // The character routine: every line for the assistant goes through it.
     using CharacterRoutine = std::function<void(QString &command)>;
@@ -116,6 +128,8 @@ public:
     TouchButton *backToStartButton() const { return m_backToStart; }
     // Built on first use, or once the window shows.
     QWidget *settingsBox();
+    // The box, or nullptr for the settings box while it is not built yet.
+    TouchPanel *MenuBoxes(MenuBox index) const;
     SideMenuBar *SideMenuBars(int index) const;
     TouchPanel *InfoBar() const;
     QLabel *InfoBarTopic() const;
@@ -155,9 +169,7 @@ private:
     void showCharacter();
     void refreshCheckMarks();
     void layOut();
-    void scaleType(double unit);
     void applyWallpaper();
-    void fitToolDialog();
     void followToolDialog();
     void followFocus(QWidget *focus);
 
@@ -176,6 +188,7 @@ private:
     WelcomeBox *m_welcome = nullptr;
     TouchButton *m_backToStart = nullptr;
     std::unique_ptr<Wallpaper> m_wallpaper;
+    std::unique_ptr<WorkspaceArranger> m_arranger;
     SettingsBox *m_settingsBox = nullptr;
     bool m_reloaded = false;
     SideMenuBar *m_documentBar = nullptr;
@@ -195,6 +208,4 @@ private:
     bool m_unloaded = false;
     bool m_linkedFontNow = false;
     bool m_started = false;
-    double m_typeUnit = 1.0;
-    bool m_layingOut = false;
 };
