@@ -5,6 +5,7 @@
 #include "app/Globals.h"
 #include "platform/keys/KeySender.h"
 #include "platform/vb/VbStrConv.h"
+#include "tools/HandwritingPad.h"
 #include "tools/KeypadView.h"
 
 #include <QApplication>
@@ -27,7 +28,7 @@
 
 namespace {
 
-constexpr int ButtonCount = 21;
+constexpr int ButtonCount = 22;
 constexpr int MonitorInterval = 200;   // ms
 constexpr int RepeatDelay = 400;       // ms before a held movement button repeats
 constexpr int RepeatInterval = 80;     // ms between repeats
@@ -36,10 +37,11 @@ constexpr int RepeatInterval = 80;     // ms between repeats
 const char16_t *const Captions[ButtonCount] = {
     u"閉じる", u"スペース", u"削除", u"しまう", u"←", u"→", u"↑", u"↓", u"空白", u"削除", u"改行",
     u"ABC", u"あ", u"ア", u"記号1", u"記号2", u"漢字", u"変換", u"無変換", u"確定", u"取消",
+    u"手書き",
 };
 
 // The order in which the command buttons stand in their row.
-const int ButtonOrder[ButtonCount] = {11, 12, 13, 14, 15, 16, 1, 17, 18, 19, 20, 4, 6, 7, 5, 8, 10, 2, 9, 3, 0};
+const int ButtonOrder[ButtonCount] = {11, 12, 13, 14, 15, 21, 16, 1, 17, 18, 19, 20, 4, 6, 7, 5, 8, 10, 2, 9, 3, 0};
 
 bool inRange(int value, int low, int high)
 {
@@ -150,7 +152,7 @@ void InfoDlg::buildCharacterPage(QWidget *page)
             button->setAutoRepeatDelay(RepeatDelay);
             button->setAutoRepeatInterval(RepeatInterval);
         }
-        if (inRange(index, 11, 15)) {
+        if (inRange(index, 11, 15) || index == KeyTable::Handwriting) {
             button->setCheckable(true);
             padGroup->addButton(button);
         }
@@ -183,6 +185,13 @@ void InfoDlg::buildCharacterPage(QWidget *page)
         padStack->addWidget(view, 0, 0);
         Keypads[pad] = view;
     }
+    Handwriting = new HandwritingPad;
+    Handwriting->hide();
+    connect(Handwriting, &HandwritingPad::candidateChosen, this, &InfoDlg::typeCandidate);
+    connect(Handwriting, &HandwritingPad::HowTo, this, &InfoDlg::HowTo);
+    padStack->addWidget(Handwriting, 0, 0, Qt::AlignLeft | Qt::AlignTop);
+    if (!Handwriting->isAvailable())
+        disableHandwriting();
 
     auto *pads = new QHBoxLayout;
     pads->addWidget(Numpad);
@@ -308,10 +317,12 @@ void InfoDlg::setPadScale(double scale)
         return;
     m_scale = scale;
     m_scaled = true;
-    // The command buttons grow with the keys, so that both read alike.
+    // The command buttons grow with the keys, so that both read alike; their
+    // type is a little smaller than a key's legend, so that the whole row of
+    // them stays within the pads' width.
     for (QAbstractButton *button : MiniChannels) {
         QFont font = button->font();
-        font.setPixelSize(qRound(11 * scale));
+        font.setPixelSize(qRound(10.5 * scale));
         button->setFont(font);
         button->setMinimumSize(qRound(30 * scale), qRound(24 * scale));
     }
@@ -329,6 +340,7 @@ void InfoDlg::setPadScale(double scale)
     for (KeypadView *view : Keypads)
         if (view)
             view->setScale(scale);
+    Handwriting->setScale(scale);
     if (isVisible()) {
         layout()->activate();
         resize(sizeHint());
@@ -441,6 +453,8 @@ void InfoDlg::closeEvent(QCloseEvent *event)
 
 qint32 InfoDlg::currentPad() const
 {
+    if (!Handwriting->isHidden())
+        return KeyTable::Handwriting;
     for (qint32 pad = KeyTable::Symbol2; pad >= KeyTable::Alpha; --pad)
         if (Keypads[pad] && !Keypads[pad]->isHidden())
             return pad;
@@ -449,11 +463,29 @@ qint32 InfoDlg::currentPad() const
 
 void InfoDlg::setPad(qint32 pad)
 {
-    if (!inRange(pad, KeyTable::Alpha, KeyTable::Symbol2))
+    const bool handwriting = pad == KeyTable::Handwriting;
+    if (!inRange(pad, KeyTable::Alpha, KeyTable::Symbol2) && !handwriting)
         return;
+    // The model is read when the page is first wanted: one that cannot be
+    // read leaves the pad as it was.
+    if (handwriting && !Handwriting->prepare()) {
+        disableHandwriting();
+        if (currentPad() >= 0)
+            MiniChannels[currentPad()]->setChecked(true);
+        return;
+    }
     for (qint32 other = KeyTable::Alpha; other <= KeyTable::Symbol2; ++other)
         Keypads[other]->setVisible(other == pad);
+    Handwriting->setVisible(handwriting);
     MiniChannels[pad]->setChecked(true);
+}
+
+void InfoDlg::disableHandwriting()
+{
+    QAbstractButton *button = MiniChannels[KeyTable::Handwriting];
+    button->setEnabled(false);
+    button->setToolTip(HandwritingPad::unavailableTip());
+    button->setAccessibleDescription(button->toolTip());
 }
 
 bool InfoDlg::cellAt(qint32 pad, int x, int y, int &column, int &row)
@@ -475,7 +507,7 @@ bool InfoDlg::cellAt(qint32 pad, int x, int y, int &column, int &row)
 void InfoDlg::Keypads_MouseDown(int x, int y)
 {
     const qint32 pad = currentPad();
-    if (pad < 0)
+    if (!inRange(pad, KeyTable::Alpha, KeyTable::Symbol2))
         return;
     if (!cellAt(pad, x, y, m_pressedColumn, m_pressedRow))
         m_pressedColumn = m_pressedRow = 0;
@@ -485,7 +517,7 @@ void InfoDlg::Keypads_MouseDown(int x, int y)
 void InfoDlg::Keypads_MouseUp(int, int)
 {
     const qint32 pad = currentPad();
-    if (pad < 0)
+    if (!inRange(pad, KeyTable::Alpha, KeyTable::Symbol2))
         return;
     Keypads[pad]->setHighlight(0, 0);
     const KeyTable::Record *key = m_keys.find(pad, m_pressedColumn, m_pressedRow);
@@ -545,6 +577,24 @@ void InfoDlg::Numpad_MouseUp(int, int)
 void InfoDlg::send(const QString &keys)
 {
     KeySender::send(keys);
+}
+
+// A chosen candidate is typed as it stands, not composed by the input method:
+// a digit goes full-width while the input method is on, as the alphabet
+// pad's keys do, since a half-width one would start a composition.
+void InfoDlg::typeCandidate(const QString &text)
+{
+    const QString typed = inRange(IME::IMEStatus(), 4, 8) ? VbStrConv::wide(text) : text;
+    QString keys;
+    for (const QChar c : typed) {
+        // The notation's own signs stand for themselves only in braces.
+        if (QStringView(u"+^~%{}()[]").contains(c))
+            keys += u'{' + QString(c) + u'}';
+        else
+            keys += c;
+    }
+    send(keys);
+    update();
 }
 
 bool InfoDlg::isTextControl(const QWidget *control)
@@ -621,7 +671,7 @@ void InfoDlg::MiniChannels_Click(int index)
     case 10:
         send(QStringLiteral("~"));
         break;
-    case 11: case 12: case 13: case 14: case 15:
+    case 11: case 12: case 13: case 14: case 15: case KeyTable::Handwriting:
         setPad(index);
         break;
     case 16:
@@ -671,8 +721,9 @@ bool InfoDlg::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::Enter && Globals::HowToOn) {
         const qsizetype index = MiniChannels.indexOf(static_cast<QAbstractButton *>(watched));
-        if (index >= 0 && !tip(int(index)).isEmpty())
-            emit HowTo(MiniChannels[index]->text(), tip(int(index)));
+        // The tip of the button as it is now: a disabled one says why.
+        if (index >= 0 && !MiniChannels[index]->toolTip().isEmpty())
+            emit HowTo(MiniChannels[index]->text(), MiniChannels[index]->toolTip());
     } else if (event->type() == QEvent::Leave) {
         // As with every other button, the hint goes with the pointer.
         emit HowTo(QString(), QString());
@@ -721,6 +772,7 @@ QString InfoDlg::tip(int index)
     case 18: return QString();
     case 19: return QStringLiteral("クリックすると、変換している候補を適用します。");
     case 20: return QStringLiteral("クリックすると、変換をキャンセルします。");
+    case KeyTable::Handwriting: return QStringLiteral("クリックすると、マウスで書いた文字を入力できます。");
     default: return QString();
     }
 }

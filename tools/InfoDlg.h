@@ -10,6 +10,7 @@
 
 #include <utility>
 
+class HandwritingPad;
 class KeypadView;
 class QAbstractButton;
 class QLabel;
@@ -48,7 +49,7 @@ public:
     qint32 Options() const { return m_options; }
     void setOptions(qint32 options) { m_options = options; }
 
-    // The visible character pad (11 to 15).
+    // The visible character pad (11 to 15, or 21 for handwriting).
     qint32 currentPad() const;
     void setPad(qint32 pad);
 
@@ -61,7 +62,9 @@ public:
     KeypadView *Numpad = nullptr;
     // Indexed by pad number: 11 to 15; the lower entries are empty.
     QList<KeypadView *> Keypads;
-    // Indexed 0 to 20.
+    // The handwriting page, pad 21; shown in the place of the character pads.
+    HandwritingPad *Handwriting = nullptr;
+    // Indexed 0 to 21.
     QList<QAbstractButton *> MiniChannels;
 
     // The calculator pad: keys 0 to 19 and the two-line display.
@@ -116,6 +119,7 @@ private slots:
     void Numpad_MouseUp(int x, int y);
     void monitorInputMethod();
     void Calculator_Change();
+    void typeCandidate(const QString &text);
 
 private:
     void buildCharacterPage(QWidget *page);
@@ -128,6 +132,7 @@ private:
     void convert();
     void showPages(bool calculator, bool character);
     void keepOnScreen();
+    void disableHandwriting();
 
     KeyTable m_keys;
     Calculator m_calculator;

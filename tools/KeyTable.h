@@ -24,6 +24,9 @@ public:
         Katakana = 13,
         Symbol1 = 14,
         Symbol2 = 15,
+        // The handwriting page: a pad without keys, so no pad name in the
+        // table; its number is the first free command button index.
+        Handwriting = 21,
     };
 
     struct Record

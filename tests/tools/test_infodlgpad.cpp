@@ -51,7 +51,7 @@ private slots:
         const Qt::WindowFlags floating = Qt::Tool | Qt::WindowStaysOnTopHint | Qt::WindowDoesNotAcceptFocus;
         QCOMPARE(dialog->windowFlags() & floating, floating);
         QVERIFY(dialog->testAttribute(Qt::WA_ShowWithoutActivating));
-        QCOMPARE(dialog->MiniChannels.size(), 21);
+        QCOMPARE(dialog->MiniChannels.size(), 22);
         for (QAbstractButton *button : dialog->MiniChannels)
             QCOMPARE(button->focusPolicy(), Qt::NoFocus);
         pad->clickKeys(KeyTable::Hiragana, {{1, 1}});
