@@ -83,8 +83,8 @@ void BM_KeyToTextDirect(benchmark::State &state)
 
 void BM_KeyToTextComposing(benchmark::State &state)
 {
-    if (qEnvironmentVariableIsEmpty("LANTERN_IBUS_SESSION")) {
-        state.SkipWithError("needs the IBus session (bench/bench_padtyping.sh)");
+    if (qEnvironmentVariableIsEmpty("LANTERN_IM_SESSION")) {
+        state.SkipWithError("needs an input-method session (bench/bench_padtyping.sh)");
         return;
     }
     if (IME::IMEStatus() < 4)
@@ -133,7 +133,7 @@ int main(int argc, char **argv)
     edit->activateWindow();
     edit->setFocus();
     const QDeadlineTimer ready(3000);
-    const bool withIBus = qEnvironmentVariableIsSet("LANTERN_IBUS_SESSION");
+    const bool withIBus = qEnvironmentVariableIsSet("LANTERN_IM_SESSION");
     // Ready once the edit has the focus and, with IBus, Mozc has told its mode.
     while ((QApplication::focusWidget() != edit
             || (withIBus && InputMethodStatus::instance().modeSymbol().isEmpty()))

@@ -2,18 +2,18 @@
 #include "platform/ErrorTrap.h"
 #include "platform/RuntimeLog.h"
 #include "platform/ime/InputMethodStatus.h"
+#include "platform/ime/InputMethodTool.h"
 #include "platform/keys/KeySender.h"
 
 #include <QApplication>
-#include <QClipboard>
 #include <QDeadlineTimer>
 #include <QEventLoop>
-#include <QFileInfo>
 #include <QInputMethod>
 #include <QInputMethodEvent>
 #include <QInputMethodQueryEvent>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QMetaEnum>
 #include <QStandardPaths>
 #include <QTimer>
 #include <QWidget>
@@ -29,15 +29,6 @@ QPlatformInputContext *platformContext()
     return QGuiApplicationPrivate::platformIntegration()
         ? QGuiApplicationPrivate::platformIntegration()->inputContext()
         : nullptr;
-}
-
-// Mozc's own settings tool, where it is installed.
-QString mozcTool()
-{
-    for (const QString &path : {QStringLiteral("/usr/lib/mozc/mozc_tool"), QStringLiteral("/usr/libexec/mozc/mozc_tool")})
-        if (QFileInfo(path).isExecutable())
-            return path;
-    return QStandardPaths::findExecutable(QStringLiteral("mozc_tool"));
 }
 
 // The reading of a composition: kana (and the romaji still being typed).
@@ -65,7 +56,9 @@ IME::IME(QObject *parent)
 {
     InputMethodStatus &status = InputMethodStatus::instance();
     if (status.connected())
-        Layout = QStringLiteral("ibus:") + status.engineName();
+        Layout = QString::fromLatin1(QMetaEnum::fromType<InputMethodFramework::Kind>().valueToKey(status.kind()))
+                     .toLower()
+            + u':' + status.engineName();
     qApp->installEventFilter(this);
 }
 
@@ -87,36 +80,17 @@ void IME::setHandle(QWidget *window)
     Context = window ? reinterpret_cast<quintptr>(platformContext()) : 0;
 }
 
-QStringList IME::dialogCommand(qint32 mode)
-{
-    const QString tool = mozcTool();
-    switch (mode) {
-    case 1:
-        if (!tool.isEmpty())
-            return {tool, QStringLiteral("--mode=config_dialog")};
-        if (const QString setup = QStandardPaths::findExecutable(QStringLiteral("ibus-setup")); !setup.isEmpty())
-            return {setup};
-        return {};
-    case 2:
-        return tool.isEmpty() ? QStringList() : QStringList{tool, QStringLiteral("--mode=word_register_dialog")};
-    case 3:
-        return tool.isEmpty() ? QStringList() : QStringList{tool, QStringLiteral("--mode=dictionary_tool")};
-    default:
-        return {};
-    }
-}
-
 void IME::Dialog(qint32 mode, const QString &word, const QString &reading)
 {
-    Q_UNUSED(reading);   // Mozc finds the reading of the word itself.
-    const QStringList command = dialogCommand(mode);
-    if (command.isEmpty())
+    if (mode < SettingsDialog || mode > DictionaryDialog)
         return;
-    // Mozc's word-registration dialog starts from the word on the clipboard.
-    if (mode == 2 && !word.isEmpty())
-        QGuiApplication::clipboard()->setText(word);
-    if (!QProcess::startDetached(command.first(), command.mid(1)))
-        RuntimeLog::note("IME::Dialog", QStringLiteral("cannot start %1").arg(command.join(u' ')));
+    // Only word registration takes the word and its reading.
+    const bool registration = mode == WordRegistrationDialog;
+    const InputMethodTool::Command command
+        = InputMethodTool::command(InputMethodTool::Tool(mode), InputMethodStatus::instance().kind(),
+                                   registration ? word : QString(), registration ? reading : QString());
+    if (!command.isEmpty() && !InputMethodTool::start(command))
+        RuntimeLog::note("IME::Dialog", QStringLiteral("cannot start %1").arg(command.program));
 }
 
 bool IME::belongsToWindow(QObject *object) const
@@ -152,15 +126,51 @@ void IME::setEnabled(bool open)
 {
     if (Context == 0 || Enabled() == open)
         return;
-    KeyPress(KanjiKey, true);
+    // Done once the input method reports its new mode.
+    InputMethodStatus &status = InputMethodStatus::instance();
+    QEventLoop answered;
+    QTimer::singleShot(ModeKeyTimeout, &answered, &QEventLoop::quit);
+    connect(&status, &InputMethodStatus::modeChanged, &answered, &QEventLoop::quit);
+    status.framework().setOpen(open);
+    answered.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
 qint32 IME::Convert(qint32 mode)
 {
     const qint32 previous = m_sentenceMode;
-    if (mode != -1)
-        m_sentenceMode = mode;
+    if (mode == ReadOnly)
+        return previous;
+    // The conversion mode stays as it is; only the sentence mode is given.
+    m_sentenceMode = mode;
+    if (Window)
+        InputMethodStatus::instance().framework().updateContentHints(hintsFor(mode));
     return previous;
+}
+
+Qt::InputMethodHints IME::hintsFor(qint32 sentenceMode)
+{
+    // Mozc predicts phrases as it converts: without that mode the context
+    // asks for no prediction.
+    return (sentenceMode & PhrasePredict) ? Qt::ImhNone : Qt::ImhNoPredictiveText;
+}
+
+IME::ConversionMode IME::conversionMode() const
+{
+    return conversionModeFor(Context != 0 ? IMEStatus() : 0);
+}
+
+IME::ConversionMode IME::conversionModeFor(int status)
+{
+    using Mode = InputMethodFramework::InputMode;
+    switch (Mode(status)) {
+    case Mode::Hiragana: return Native | FullShape | Roman;
+    case Mode::FullKatakana: return Native | Katakana | FullShape | Roman;
+    case Mode::HalfKatakana: return Native | Katakana | Roman;
+    case Mode::FullAlphabet: return FullShape | Roman;
+    case Mode::HalfAlphabet: return Roman;
+    case Mode::Off: break;
+    }
+    return Alphanumeric;
 }
 
 QString IME::Read() const
@@ -253,12 +263,27 @@ int IME::IMEStatus()
     return InputMethodStatus::instance().status();
 }
 
+void IME::answerHints(QObject *watched, QInputMethodQueryEvent *query)
+{
+    // The widget answers first; the sentence mode adds its hints.
+    m_answeringHints = true;
+    QCoreApplication::sendEvent(watched, query);
+    m_answeringHints = false;
+    const auto hints = Qt::InputMethodHints(query->value(Qt::ImHints).toInt()) | hintsFor(m_sentenceMode);
+    query->setValue(Qt::ImHints, int(hints));
+}
+
 bool IME::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() == QEvent::InputMethodQuery && m_detached && belongsToWindow(watched)) {
+    if (event->type() == QEvent::InputMethodQuery && !m_answeringHints && belongsToWindow(watched)) {
         auto *query = static_cast<QInputMethodQueryEvent *>(event);
-        if (query->queries() & Qt::ImEnabled) {
+        const bool hints = (query->queries() & Qt::ImHints) && hintsFor(m_sentenceMode) != Qt::ImhNone;
+        const bool detached = m_detached && (query->queries() & Qt::ImEnabled);
+        if (hints)
+            answerHints(watched, query);
+        if (detached)
             query->setValue(Qt::ImEnabled, false);
+        if (hints || detached) {
             query->accept();
             return true;
         }

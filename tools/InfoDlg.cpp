@@ -574,6 +574,13 @@ void InfoDlg::Numpad_MouseUp(int, int)
     update();
 }
 
+IME &InfoDlg::ime()
+{
+    if (!m_ime)
+        m_ime = new IME(this);
+    return *m_ime;
+}
+
 void InfoDlg::send(const QString &keys)
 {
     KeySender::send(keys);
@@ -678,13 +685,13 @@ void InfoDlg::MiniChannels_Click(int index)
         // The button shows what was asked at once; the monitor then shows
         // what the input method really did.
         MiniChannels[16]->setChecked(!MiniChannels[16]->isChecked());
-        m_ime.KeyPress(IME::KanjiKey, true);
+        ime().KeyPress(IME::KanjiKey, true);
         break;
     case 17:
         convert();
         break;
     case 18:
-        m_ime.KeyPress(IME::NonConvertKey, false);
+        ime().KeyPress(IME::NonConvertKey, false);
         break;
     case 19:
         send(QStringLiteral("{ENTER}"));
@@ -707,7 +714,7 @@ void InfoDlg::convert()
                                    "かなを入力して [変換] をクリックしてください。"));
         return;
     }
-    m_ime.KeyPress(IME::ConvertKey, false);
+    ime().KeyPress(IME::ConvertKey, false);
 }
 
 void InfoDlg::mousePressEvent(QMouseEvent *event)

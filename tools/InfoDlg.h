@@ -73,6 +73,10 @@ public:
     Calculator &calculator() { return m_calculator; }
 
     const KeyTable &keyTable() const { return m_keys; }
+    // The input-method bridge the pad presses keys through: the host's
+    // (the workspace owns one); without a host the dialog makes its own.
+    void setIME(IME *ime) { m_ime = ime; }
+    IME &ime();
 
     // The cell under a pad position (in the pad's own units); false when the
     // position is on no key of that pad.
@@ -137,7 +141,7 @@ private:
     KeyTable m_keys;
     Calculator m_calculator;
     bool m_transferSuppressed = false;
-    IME m_ime;
+    IME *m_ime = nullptr;
     QWidget *m_calculatorPage = nullptr;
     QWidget *m_characterPage = nullptr;
     QTimer m_monitor;

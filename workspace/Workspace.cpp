@@ -19,6 +19,7 @@
 #include "platform/touch/TouchTheme.h"
 #include "platform/vb/VbFormat.h"
 #include "tools/FlatScrollBar.h"
+#include "tools/IME.h"
 #include "tools/InfoDlg.h"
 #include "platform/agent/CharacterStage.h"
 #include "tools/Printing.h"
@@ -174,6 +175,14 @@ Workspace::Workspace(QWidget *parent)
 
     connect(m_documentBar->titleField(), &QLineEdit::textEdited, m_session, &DocumentSession::keepAfterPause);
 
+    // The input method serves this window; a font link left by an earlier
+    // run gets one further read-only call.
+    m_ime = new IME(this);
+    m_ime->setHandle(this);
+    m_ime->Associate();
+    if (!m_linkedFontNow)
+        m_ime->Convert(IME::ReadOnly);
+
     // The document applet.
     auto *document = new DatabaseApplet(this);
     connect(document, &DatabaseApplet::edited, m_session, &DocumentSession::keepAfterPause);
@@ -285,6 +294,7 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
     m_infoDlg = dialog;
     if (!m_infoDlg)
         return;
+    m_infoDlg->setIME(m_ime);
     connect(m_infoDlg, &InfoDlg::HowTo, this, &Workspace::HowTo);
     connect(m_infoDlg, &InfoDlg::Status, this, &Workspace::InfoDlg_Status);
     // The pad's own buttons 閉じる (0) and しまう (1) put the character pad
@@ -869,6 +879,7 @@ void Workspace::Unload()
     say(VbFormat::boolean(false, QStringLiteral("On/Off")));
     for (Applet *applet : m_applets)
         ErrorTrap::run("Workspace::Unload: applet", [applet] { applet->Unload(); });
+    ErrorTrap::run("Workspace::Unload: input method", [this] { m_ime->Dissociate(); });
     ErrorTrap::run("Workspace::Unload: scroll bars", [this] { m_welcome->scrollBar()->Terminate(); });
     ErrorTrap::run("Workspace::Unload: private characters", [] {
         if (SettingsStore::Runtime()) {

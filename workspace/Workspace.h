@@ -16,6 +16,7 @@
 class Applet;
 class ChimeClock;
 class DocumentSession;
+class IME;
 class InfoDlg;
 class InformationBar;
 class MusicPlayer;
@@ -182,6 +183,8 @@ private:
     void Unload();
 
     InfoDlg *m_infoDlg = nullptr;
+    // The input-method bridge of the window, lent to the tool dialog.
+    IME *m_ime = nullptr;
     MusicPlayer *m_music = nullptr;
     Printing *m_printing = nullptr;
     QList<TouchButton *> m_channels;

@@ -1,60 +1,47 @@
 #pragma once
 
+#include "platform/ime/InputMethodFramework.h"
+
 #include <QObject>
-#include <QSet>
 #include <QString>
 
-class QDBusArgument;
-class QDBusVariant;
+#include <memory>
 
-// What the system input method is doing for this program, read from IBus.
-//
-// IBus tells the input mode (Mozc's "InputMode" property: A, あ, ア, _ｱ, Ａ,
-// _A) only to clients that ask for properties. Qt's own IBus input context
-// does not ask, so on the first focus of each of its contexts we add the
-// property capability over Qt's own connection to IBus and let the engine
-// announce its properties again (focus out and in). From then on the engine's
-// property updates reach us as signals on that connection.
-//
-// Where no IBus runs (another framework, or none) the status stays 0.
+// What the system input method is doing for this program: the process-wide
+// front of the desktop's framework (IBus or Fcitx 5, chosen once at first
+// use; see InputMethodFramework). Where none runs the status stays 0.
 class InputMethodStatus : public QObject
 {
     Q_OBJECT
 
 public:
+    using InputMode = InputMethodFramework::InputMode;
+
     static InputMethodStatus &instance();
 
     // The mode as the platform's IME status: 0 when no Japanese mode is on;
     // Mozc's modes on: hiragana 4, full-width katakana 5, half-width
     // katakana 6, full-width alphabet 7, half-width alphabet 8.
-    int status() const;
-    bool isOpen() const { return status() >= 4 && status() <= 8; }
-    // The engine's symbol for its mode ("A", "あ"), empty while unknown.
-    QString modeSymbol() const { return m_symbol; }
-    static int statusForSymbol(const QString &symbol);
+    int status() const { return int(mode()); }
+    InputMode mode() const { return m_framework->mode(); }
+    bool isOpen() const { return mode() != InputMode::Off; }
+    // Mozc's symbol for the mode ("A", "あ"), empty while unknown.
+    QString modeSymbol() const;
 
-    // Whether this program talks to an IBus daemon.
-    bool connected() const;
+    InputMethodFramework &framework() const { return *m_framework; }
+    InputMethodFramework::Kind kind() const { return m_framework->kind(); }
+    // Whether this program talks to a framework.
+    bool connected() const { return m_framework->connected(); }
     // The input method's long name ("Mozc"); empty without one.
-    QString engineDescription() const;
-    // Its short name ("mozc-jp").
-    QString engineName() const;
+    QString engineDescription() const { return m_framework->engineDescription(); }
+    // Its short name ("mozc-jp" under IBus, "mozc" under Fcitx 5).
+    QString engineName() const { return m_framework->engineName(); }
 
 signals:
-    void modeChanged(const QString &symbol);
-
-private slots:
-    void focusChanged();
-    void updateProperty(const QDBusVariant &property);
-    void registerProperties(const QDBusVariant &properties);
+    void modeChanged(InputMethodFramework::InputMode mode);
 
 private:
     InputMethodStatus();
-    void listen();
-    void readProperty(const QDBusArgument &argument);
-    void setSymbol(const QString &symbol);
 
-    QString m_symbol;
-    QSet<QString> m_upgradedContexts;
-    bool m_listening = false;
+    std::unique_ptr<InputMethodFramework> m_framework;
 };

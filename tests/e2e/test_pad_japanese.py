@@ -1,18 +1,22 @@
 # Typing Japanese into a document of the real program with the mouse alone:
-# the on-screen pad drives the real IBus with Mozc. The session (its own X
-# server, bus, IBus and Mozc) runs as an unprivileged user, since Mozc refuses
-# root; the controls are found through the accessibility bus and clicked with
-# real pointer events. The saved file is checked for the code page 932 bytes.
+# the on-screen pad drives the real input method with Mozc, IBus or Fcitx 5
+# as LANTERN_IM_FRAMEWORK says (IBus unless told). The session (its own X
+# server, bus, framework and Mozc) runs as an unprivileged user, since Mozc
+# refuses root; the controls are found through the accessibility bus and
+# clicked with real pointer events. The saved file is checked for the code
+# page 932 bytes.
 import os
 import sys
 
 sys.path.insert(0, os.path.join(os.path.dirname(os.path.abspath(__file__)), "..", "support"))
 import isolation  # noqa: E402,F401  (run by hand, the script starts again in temporary folders)
 
-if not os.environ.get("LANTERN_IBUS_SESSION"):
-    session = os.path.join(os.environ["LANTERN_SOURCE_DIR"], "scripts", "ibus-session.sh")
-    # The session's user must be able to read this script and the program.
-    os.execvp("bash", ["bash", session, sys.executable, os.path.abspath(__file__)])
+if not os.environ.get("LANTERN_IM_SESSION"):
+    session = os.path.join(os.environ["LANTERN_SOURCE_DIR"], "scripts", "im-session.sh")
+    framework = os.environ.get("LANTERN_IM_FRAMEWORK") or "ibus"
+    # The session's user must be able to read this script and the program;
+    # the session exits with 77 (a skip) where the framework is missing.
+    os.execvp("bash", ["bash", session, framework, sys.executable, os.path.abspath(__file__)])
 
 sys.path.insert(0, os.path.dirname(os.path.abspath(__file__)))
 import driver  # noqa: E402
@@ -59,7 +63,27 @@ def typing_japanese(lantern):
         check("and にほんご too", b"\\'82\\'c9\\'82\\'d9\\'82\\'f1\\'82\\'b2" in body, body[:300])
 
 
+def only_framework_running():
+    """The session's framework is the one input method of this user: the
+    conversion below cannot come from another."""
+    daemons = {"ibus-daemon": "ibus", "fcitx5": "fcitx5"}
+    home = ("HOME=" + os.environ["HOME"]).encode()
+    running = set()
+    # Other sessions may run as the same user: ours share our HOME.
+    for pid in filter(str.isdigit, os.listdir("/proc")):
+        try:
+            name = open(f"/proc/{pid}/comm").read().strip()
+            ours = home in open(f"/proc/{pid}/environ", "rb").read().split(b"\0")
+        except OSError:
+            continue
+        if name in daemons and ours:
+            running.add(daemons[name])
+    session = os.environ["LANTERN_IM_SESSION"]
+    check(f"only {session} serves the session", running == {session}, running)
+
+
 def main():
+    only_framework_running()
     driver.write_settings(hints=None)
     # The test's own folder belongs to another user: power requests are
     # written down in the session's home.

@@ -6,29 +6,38 @@
 
 #include <cstdio>
 
-// Tests that need the real input method run inside a private IBus + Mozc
-// session as an unprivileged user, on an X display of its own
-// (scripts/ibus-session.sh). Such a test program starts itself again inside
-// one; without a display or without IBus and Mozc its cases skip.
+// Tests that need the real input method run inside a private session of one
+// framework with Mozc (IBus, or Fcitx 5 when LANTERN_IM_FRAMEWORK=fcitx5) as
+// an unprivileged user, on an X display of its own (scripts/im-session.sh).
+// Such a test program starts itself again inside one. A machine that cannot
+// hold the session (no display, the framework or Mozc not installed) makes
+// the program exit with 77, which the test run counts as a skip.
 namespace IBusSession {
+
+// The framework asked for: "ibus" unless told otherwise.
+inline QString framework()
+{
+    const QString asked = qEnvironmentVariable("LANTERN_IM_FRAMEWORK");
+    return asked.isEmpty() ? QStringLiteral("ibus") : asked;
+}
 
 // Whether the input method is really there (inside a session).
 inline bool available()
 {
-    return qEnvironmentVariableIsSet("LANTERN_IBUS_SESSION");
+    return qEnvironmentVariableIsSet("LANTERN_IM_SESSION");
 }
 
 // Outside a session: runs this program again inside one, puts its exit
-// status in `status` and returns true. Inside one (or when none can be
-// started) returns false: the caller runs its tests.
+// status in `status` (77 when no session could start) and returns true.
+// Inside one returns false: the caller runs its tests.
 inline bool runInside(int argc, char **argv, int &status)
 {
     if (available())
         return false;
-    // The script itself tells (with 77) when this machine has no display, IBus
-    // or Mozc.
-    const QString script = qEnvironmentVariable("LANTERN_SOURCE_DIR") + QStringLiteral("/scripts/ibus-session.sh");
-    QStringList arguments{script, QFileInfo(QString::fromLocal8Bit(argv[0])).absoluteFilePath()};
+    // The script itself says why (and exits with 77) when this machine has
+    // no display, framework or Mozc.
+    const QString script = qEnvironmentVariable("LANTERN_SOURCE_DIR") + QStringLiteral("/scripts/im-session.sh");
+    QStringList arguments{script, framework(), QFileInfo(QString::fromLocal8Bit(argv[0])).absoluteFilePath()};
     for (int i = 1; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
     QProcess session;
@@ -40,8 +49,8 @@ inline bool runInside(int argc, char **argv, int &status)
         status = session.exitStatus() == QProcess::NormalExit ? session.exitCode() : 1;
     }
     if (status == 77)
-        std::fprintf(stderr, "No IBus session with Mozc on a display here: the input-method cases skip.\n");
-    return status != 77;
+        std::fprintf(stderr, "No %s session with Mozc on a display here: skipped.\n", qPrintable(framework()));
+    return true;
 }
 
 } // namespace IBusSession

@@ -1,5 +1,7 @@
-#include "support/FileBytes.h"
 #include "support/PadDriver.h"
+#include "platform/ime/Fcitx5Framework.h"
+#include "platform/ime/IBusFramework.h"
+#include "platform/ime/InputMethodTool.h"
 #include "tools/IME.h"
 
 #include <QApplication>
@@ -11,8 +13,8 @@
 #include <QTextEdit>
 #include <QVBoxLayout>
 
-// The bridge without a running input method (the real one is driven in
-// ibusbridge): the keys it sends, the last result and its reading, detaching,
+// The bridge without a running input method (the real ones are driven in
+// ime/inputmethod and ibusbridge): the keys it sends, the last result and its reading, detaching,
 // and starting or raising programs.
 class TestIME : public QObject
 {
@@ -133,25 +135,116 @@ private slots:
         edit->setFocus();
     }
 
-    void dialogOpensTheInputMethodsSettings()
+    // The Qt input module wins; without one Fcitx 5 goes before IBus (it
+    // also owns IBus's portal name).
+    void theFrameworkFollowsTheDesktop()
     {
-        if (QFileInfo(QStringLiteral("/usr/lib/mozc/mozc_tool")).isExecutable())
-            QSKIP("Mozc's own tool is installed here: the fallback is not used");
-        // A stand-in for the settings program that leaves a marker file.
-        const QString folder = qEnvironmentVariable("HOME") + QStringLiteral("/bin");
-        const QString marker = qEnvironmentVariable("HOME") + QStringLiteral("/setup");
-        QDir().mkpath(folder);
-        const QString setup = folder + QStringLiteral("/ibus-setup");
-        QVERIFY(writeFileBytes(setup, QStringLiteral("#!/bin/sh\ntouch '%1'\n").arg(marker).toUtf8()));
-        QFile::setPermissions(setup, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("PATH", folder.toLocal8Bit() + ':' + qgetenv("PATH"));
+        using F = InputMethodFramework;
+        const struct {
+            const char *module;
+            bool fcitx, ibus;
+            F::Kind chosen;
+        } cases[] = {
+            {"ibus", true, false, F::IBus},      {"fcitx", false, true, F::Fcitx5},
+            {"fcitx5", false, false, F::Fcitx5}, {" IBus ", false, false, F::IBus},
+            {"", true, true, F::Fcitx5},         {"", false, true, F::IBus},
+            {"xim", true, false, F::Fcitx5},     {"compose", false, false, F::NoFramework},
+            {"", false, false, F::NoFramework},
+        };
+        for (const auto &c : cases)
+            QCOMPARE(std::tuple(c.module, c.fcitx, c.ibus, F::choose(QString::fromLatin1(c.module), c.fcitx, c.ibus)),
+                     std::tuple(c.module, c.fcitx, c.ibus, c.chosen));
+    }
+
+    // Each mode as IBus's Mozc shows it, as Fcitx's item shows it, as status
+    // and as conversion mode.
+    void modesAreReadAlikeFromBothFrameworks()
+    {
+        using Mode = InputMethodFramework::InputMode;
+        const struct {
+            const char *symbol, *icon;
+            Mode mode;
+            int status;
+            IME::ConversionMode conversion;
+        } cases[] = {
+            {"あ", "fcitx_mozc_hiragana", Mode::Hiragana, 4, IME::Native | IME::FullShape | IME::Roman},
+            {"ア", "fcitx_mozc_katakana_full", Mode::FullKatakana, 5,
+             IME::Native | IME::Katakana | IME::FullShape | IME::Roman},
+            {"_ｱ", "fcitx_mozc_katakana_half", Mode::HalfKatakana, 6, IME::Native | IME::Katakana | IME::Roman},
+            {"Ａ", "fcitx_mozc_alpha_full", Mode::FullAlphabet, 7, IME::FullShape | IME::Roman},
+            {"_A", "fcitx_mozc_alpha_half", Mode::HalfAlphabet, 8, IME::ConversionMode(IME::Roman)},
+            {"A", "input-keyboard-symbolic", Mode::Off, 0, IME::ConversionMode(IME::Alphanumeric)},
+            {"", "fcitx_mozc_direct", Mode::Off, 0, IME::ConversionMode(IME::Alphanumeric)},
+            {"ｱ", "fcitx_mozc", Mode::Off, 0, IME::ConversionMode(IME::Alphanumeric)},
+        };
+        for (const auto &c : cases) {
+            const QString symbol = QString::fromUtf8(c.symbol);
+            QCOMPARE(std::pair(symbol, int(IBusFramework::modeForSymbol(symbol))), std::pair(symbol, c.status));
+            QCOMPARE(std::pair(symbol, IME::conversionModeFor(c.status)), std::pair(symbol, c.conversion));
+            if (c.mode != Mode::Off || symbol == QStringLiteral("A"))
+                QCOMPARE(InputMethodFramework::symbolFor(c.mode), symbol);
+        }
+        // Fcitx's item: its names with and without the theme's prefix.
+        QCOMPARE(Fcitx5Framework::modeForIcon(QStringLiteral("org.fcitx.Fcitx5.fcitx_mozc_hiragana")), Mode::Hiragana);
+        for (const auto &c : cases)
+            QCOMPARE(std::pair(c.icon, Fcitx5Framework::modeForIcon(QString::fromLatin1(c.icon))),
+                         std::pair(c.icon, c.mode));
+    }
+
+    // Only a sentence mode with phrase prediction lets the input method predict.
+    void theSentenceModeBecomesContentHints()
+    {
+        for (const auto &[mode, hints] : {std::pair{0, Qt::ImhNoPredictiveText}, {1, Qt::ImhNoPredictiveText},
+                                          {8, Qt::ImhNone}, {9, Qt::ImhNone}, {16, Qt::ImhNoPredictiveText},
+                                          {24, Qt::ImhNone}})
+            QCOMPARE(std::pair(mode, IME::hintsFor(mode)), std::pair(mode, Qt::InputMethodHints(hints)));
+        // The window's widgets answer with them, on top of their own hints.
         IME ime;
-        ime.Dialog(5);
-        ime.Dialog(0);
-        QTest::qWait(200);
-        QVERIFY(!QFile::exists(marker));
-        ime.Dialog(1);
-        QTRY_VERIFY(QFile::exists(marker));
+        ime.setHandle(&window);
+        edit->setInputMethodHints(Qt::ImhPreferLatin);
+        const auto hintsOf = [this] {
+            QInputMethodQueryEvent query(Qt::ImHints);
+            QCoreApplication::sendEvent(edit, &query);
+            return Qt::InputMethodHints(query.value(Qt::ImHints).toInt());
+        };
+        QCOMPARE(hintsOf(), Qt::InputMethodHints(Qt::ImhPreferLatin));
+        ime.Convert(IME::Automatic);
+        QCOMPARE(hintsOf(), Qt::ImhPreferLatin | Qt::ImhNoPredictiveText);
+        ime.Convert(IME::PhrasePredict | IME::Conversation);
+        QCOMPARE(hintsOf(), Qt::InputMethodHints(Qt::ImhPreferLatin));
+        edit->setInputMethodHints(Qt::ImhNone);
+    }
+
+    // Mozc's tool opens each dialog; word registration takes the word and its
+    // reading from its environment, never from the clipboard.
+    void theInputMethodsToolsAreMozcs()
+    {
+        if (InputMethodTool::mozcTool().isEmpty())
+            QSKIP("Mozc's tool (mozc-utils-gui) is not installed");
+        using T = InputMethodTool;
+        const QString word = QStringLiteral("日本語"), reading = QStringLiteral("にほんご");
+        const struct {
+            T::Tool tool;
+            QString word, reading, argument;
+            QStringList environment;
+        } cases[] = {
+            {T::Settings, word, reading, QStringLiteral("--mode=config_dialog"), {}},
+            {T::WordRegistration, word, reading, QStringLiteral("--mode=word_register_dialog"),
+             {QStringLiteral("default_entry_of_word_register=日本語"),
+              QStringLiteral("default_reading_entry_of_word_register=にほんご")}},
+            {T::WordRegistration, word, {}, QStringLiteral("--mode=word_register_dialog"),
+             {QStringLiteral("default_entry_of_word_register=日本語")}},
+            {T::WordRegistration, {}, {}, QStringLiteral("--mode=word_register_dialog"), {}},
+            {T::Dictionary, word, reading, QStringLiteral("--mode=dictionary_tool"), {}},
+        };
+        for (const auto &c : cases) {
+            for (const auto framework : {InputMethodFramework::IBus, InputMethodFramework::Fcitx5}) {
+                const T::Command command = T::command(c.tool, framework, c.word, c.reading);
+                QCOMPARE(command.program, InputMethodTool::mozcTool());
+                QCOMPARE(std::pair(int(c.tool), command.arguments), std::pair(int(c.tool), QStringList{c.argument}));
+                QCOMPARE(std::pair(int(c.tool), command.environment), std::pair(int(c.tool), c.environment));
+            }
+        }
     }
 };
 

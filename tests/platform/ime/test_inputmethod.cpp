@@ -1,0 +1,140 @@
+#include "platform/ime/InputMethodStatus.h"
+#include "platform/keys/KeySender.h"
+#include "support/IBusSession.h"
+#include "tools/IME.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QInputMethodQueryEvent>
+#include <QTest>
+#include <QTextEdit>
+#include <QVBoxLayout>
+
+#include <csignal>
+
+// The input-method bridge against the real framework with Mozc, run once
+// under IBus and once under Fcitx 5: the framework found, on and off, the
+// modes, the sentence mode, the last result, and Mozc's own tools.
+class TestInputMethod : public QObject
+{
+    Q_OBJECT
+
+private:
+    QWidget window;
+    QTextEdit *edit = nullptr;
+    IME *ime = nullptr;
+
+    static InputMethodStatus &status() { return InputMethodStatus::instance(); }
+
+    // The processes of Mozc's tool that this session started: pid, arguments
+    // and environment.
+    struct Tool {
+        int pid = 0;
+        QStringList arguments;
+        QStringList environment;
+    };
+    static QList<Tool> runningTools()
+    {
+        QList<Tool> tools;
+        const QByteArray home = "HOME=" + qgetenv("HOME");
+        for (const QString &pid : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+            QFile command(QStringLiteral("/proc/%1/cmdline").arg(pid));
+            QFile environ(QStringLiteral("/proc/%1/environ").arg(pid));
+            if (!command.open(QIODevice::ReadOnly) || !environ.open(QIODevice::ReadOnly))
+                continue;
+            const QList<QByteArray> arguments = command.readAll().split('\0');
+            const QList<QByteArray> environment = environ.readAll().split('\0');
+            if (arguments.isEmpty() || !arguments.first().endsWith("mozc_tool") || !environment.contains(home))
+                continue;
+            Tool tool{pid.toInt(), {}, {}};
+            for (const QByteArray &argument : arguments.mid(1))
+                if (!argument.isEmpty())
+                    tool.arguments << QString::fromUtf8(argument);
+            for (const QByteArray &entry : environment)
+                if (entry.startsWith("default_"))
+                    tool.environment << QString::fromUtf8(entry);
+            tools << tool;
+        }
+        return tools;
+    }
+
+private slots:
+    void initTestCase()
+    {
+        if (!IBusSession::available())
+            QSKIP("needs an input-method session with Mozc");
+        (new QVBoxLayout(&window))->addWidget(edit = new QTextEdit);
+        window.show();
+        window.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        edit->setFocus();
+        ime = new IME(this);
+        ime->setHandle(&window);
+        QVERIFY(ime->Handle() != 0);
+    }
+
+    // The framework of the session is the one found, and Mozc is off in a
+    // new window.
+    void theDesktopsFrameworkIsFound()
+    {
+        const bool fcitx = qEnvironmentVariable("LANTERN_IM_SESSION") == QStringLiteral("fcitx5");
+        QCOMPARE(status().kind(), fcitx ? InputMethodFramework::Fcitx5 : InputMethodFramework::IBus);
+        QCOMPARE(ime->Layout, fcitx ? QStringLiteral("fcitx5:mozc") : QStringLiteral("ibus:mozc-jp"));
+        QCOMPARE(ime->Description(), QStringLiteral("Mozc"));
+        QTRY_COMPARE_WITH_TIMEOUT(status().modeSymbol(), QStringLiteral("A"), 5000);
+        QCOMPARE(IME::IMEStatus(), 0);
+        QVERIFY(!ime->Enabled());
+    }
+
+    void onAndOffFromTheProgramAndByTheKanjiKey()
+    {
+        ime->setEnabled(true);
+        QCOMPARE(IME::IMEStatus(), 4);
+        QVERIFY(ime->Enabled());
+        QCOMPARE(ime->conversionMode(), IME::Native | IME::FullShape | IME::Roman);
+        ime->setEnabled(false);
+        QCOMPARE(IME::IMEStatus(), 0);
+        QCOMPARE(ime->conversionMode(), IME::ConversionMode(IME::Alphanumeric));
+        ime->KeyPress(IME::KanjiKey, true);
+        QCOMPARE(IME::IMEStatus(), 4);
+        ime->KeyPress(IME::KanjiKey, true);
+        QCOMPARE(IME::IMEStatus(), 0);
+    }
+
+    void theLastResultAndItsReading()
+    {
+        ime->setEnabled(true);
+        KeySender::send(QStringLiteral("nihongo"));
+        ime->KeyPress(IME::ConvertKey);
+        QTest::qWait(300);
+        KeySender::send(QStringLiteral("{ENTER}"));
+        QTRY_COMPARE(edit->toPlainText(), QStringLiteral("日本語"));
+        QCOMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
+        ime->setEnabled(false);
+    }
+
+    void theSentenceModeReachesTheContext()
+    {
+        QCOMPARE(ime->Convert(IME::ReadOnly), qint32(IME::PhrasePredict));
+        QCOMPARE(ime->Convert(IME::NoSentenceMode), qint32(IME::PhrasePredict));
+        QInputMethodQueryEvent query(Qt::ImHints);
+        QCoreApplication::sendEvent(edit, &query);
+        QVERIFY(Qt::InputMethodHints(query.value(Qt::ImHints).toInt()).testFlag(Qt::ImhNoPredictiveText));
+        QCOMPARE(ime->Convert(IME::PhrasePredict), qint32(IME::NoSentenceMode));
+    }
+
+    void wordRegistrationOpensPrefilled()
+    {
+        ime->Dialog(IME::WordRegistrationDialog, QStringLiteral("日本語"), QStringLiteral("にほんご"));
+        QTRY_COMPARE(runningTools().size(), 1);
+        const Tool tool = runningTools().first();
+        ::kill(tool.pid, SIGTERM);
+        QCOMPARE(tool.arguments, QStringList{QStringLiteral("--mode=word_register_dialog")});
+        QCOMPARE(tool.environment, QStringList({QStringLiteral("default_entry_of_word_register=日本語"),
+                                                QStringLiteral("default_reading_entry_of_word_register=にほんご")}));
+        QTRY_COMPARE(runningTools().size(), 0);
+    }
+};
+
+LANTERN_IBUS_TEST_MAIN(TestInputMethod)
+#include "test_inputmethod.moc"
