@@ -1,4 +1,5 @@
 # make run   – set up, build and start Lantern (on a virtual display when there is none)
+#              with the desktop's input method; IM=ibus or IM=fcitx5 chooses one
 # make test  – set up, build and run every test
 # make package – build the Debian package build/lantern_<version>_amd64.deb
 BUILD ?= build
@@ -18,7 +19,7 @@ build: setup $(BUILD)/build.ninja
 	cmake --build $(BUILD) -j $(JOBS)
 
 run: build
-	@bash scripts/run.sh $(BUILD)
+	@LANTERN_IM=$(IM) bash scripts/run.sh $(BUILD)
 
 test: build
 	@bash scripts/with-session.sh ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
