@@ -16,8 +16,8 @@ class Recognizer;
 // square box of any size; the recogniser answers with characters, best first.
 //
 // The model is the Debian one (tegaki-zinnia-japanese) unless the variable
-// LANTERN_HANDWRITING_MODEL names another file. It is opened at the first
-// recognition, since opening it takes longer than starting the pad should.
+// LANTERN_HANDWRITING_MODEL names another file. It is opened when first
+// needed, since opening it takes longer than starting the pad should.
 class HandwritingRecognizer
 {
 public:
