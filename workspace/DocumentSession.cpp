@@ -1,12 +1,14 @@
 #include "workspace/DocumentSession.h"
 
-#include "documents/Applet.h"
 #include "documents/Database.h"
+#include "documents/DatabaseApplet.h"
 #include "documents/RecoveryJournal.h"
+#include "documents/WordProcessor.h"
 #include "platform/ErrorTrap.h"
 #include "platform/RuntimeLog.h"
 #include "platform/touch/TouchEdit.h"
 #include "tools/QuestionBox.h"
+#include "workspace/FormatActions.h"
 #include "workspace/SideMenuBar.h"
 #include "workspace/Workspace.h"
 
@@ -57,11 +59,6 @@ void DocumentSession::keepAfterPause()
     m_journalPause.start();
 }
 
-void DocumentSession::cancelJournalPause()
-{
-    m_journalPause.stop();
-}
-
 void DocumentSession::forgetFile()
 {
     m_path.clear();
@@ -76,11 +73,42 @@ void DocumentSession::closeApplet()
     }
 }
 
+void DocumentSession::enter()
+{
+    SideMenuBar *documentBar = m_workspace->SideMenuBars(SideMenuBar::DocumentBar);
+    SideMenuBar *formatBar = m_workspace->SideMenuBars(SideMenuBar::FormatBar);
+    documentBar->show();
+    formatBar->show();
+    documentBar->titleField()->setText(m_record.DocumentTitle);
+    if (Applet *applet = m_workspace->activeApplet()) {
+        applet->setDocument(Workspace::DocumentView);
+        applet->show();
+        applet->raise();
+        // The first box takes the caret, so the format buttons act at once.
+        if (auto *document = qobject_cast<DatabaseApplet *>(applet)) {
+            if (WordProcessor *box = document->WordProcessors(1))
+                box->setFocus();
+        }
+        // The format bar shows the paragraph at the caret from the start.
+        FormatActions::showProperties(applet, formatBar);
+    }
+    // Putting the document on the screen changed its boxes, not its text.
+    m_journalPause.stop();
+    emit documentShown();
+}
+
 bool DocumentSession::leave()
 {
     closeApplet();
     bool saved = false;
     ErrorTrap::run("Workspace::Document: save", [&] { saved = save(); });
+    m_workspace->SideMenuBars(SideMenuBar::DocumentBar)->hide();
+    m_workspace->SideMenuBars(SideMenuBar::FormatBar)->hide();
+    m_workspace->update();
+    if (!saved) {
+        enter();
+        tellNotSaved();
+    }
     return saved;
 }
 

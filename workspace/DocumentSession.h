@@ -43,14 +43,19 @@ public:
     // The title of text that another run left unsaved, if there is any.
     std::optional<QString> leftBehindTitle() const;
 
-    // The document goes off the screen and is saved; false when it could
-    // not be saved (the journal holds it then).
+    // Shows the record in the active applet, between the side bars.
+    void enter();
+    // The document goes off the screen and is saved. A document that could
+    // not be saved comes back on the screen as it was, the journal holds it
+    // and the user is told: false then.
     bool leave();
     void tellNotSaved();
     // The next document starts without a file of its own.
     void forgetFile();
-    // The document was put on the screen: its boxes changed, not its text.
-    void cancelJournalPause();
+
+signals:
+    // The document and its side bars are on the screen.
+    void documentShown();
 
 public slots:
     // The user wrote something: it goes to the journal once they pause.

@@ -2,6 +2,7 @@
 
 #include "app/Globals.h"
 #include "platform/touch/TouchButton.h"
+#include "platform/touch/TouchEdit.h"
 #include "platform/touch/TouchTheme.h"
 
 #include <QHBoxLayout>
@@ -61,6 +62,20 @@ InformationBar::InformationBar(QWidget *parent)
         m_content->clear();
         hideIfIdle();
     });
+}
+
+void InformationBar::followHints(QWidget *root)
+{
+    for (TouchButton *button : root->findChildren<TouchButton *>()) {
+        connect(button, &TouchButton::pointerEntered, this, [this, button] { showHint(button->caption(), button->tip()); });
+        connect(button, &TouchButton::pointerLeft, this, [this] { showHint(QString(), QString()); });
+    }
+    for (TouchEdit *edit : root->findChildren<TouchEdit *>()) {
+        connect(edit, &TouchEdit::pointerEntered, this, [this, edit] {
+            showHint(edit->caption(), edit->tip().isEmpty() ? edit->prompt() : edit->tip());
+        });
+        connect(edit, &TouchEdit::pointerLeft, this, [this] { showHint(QString(), QString()); });
+    }
 }
 
 void InformationBar::showHint(const QString &topic, const QString &content)

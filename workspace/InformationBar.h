@@ -22,6 +22,9 @@ public:
     QLabel *topic() const { return m_topic; }
     QLabel *content() const { return m_content; }
 
+    // Every button and field under root shows its caption and hint here
+    // while the pointer rests on it.
+    void followHints(QWidget *root);
     // The pointed control's hint; two empty texts clear the bar (a notice
     // stays until its time is up).
     void showHint(const QString &topic, const QString &content);

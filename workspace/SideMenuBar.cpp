@@ -16,7 +16,7 @@ constexpr int TitleHeightInColumn = 58;
 
 } // namespace
 
-SideMenuBar::SideMenuBar(int index, QWidget *parent)
+SideMenuBar::SideMenuBar(Bar index, QWidget *parent)
     : TouchPanel(parent)
     , m_grid(new QGridLayout(this))
 {
@@ -99,7 +99,7 @@ void SideMenuBar::arrange()
     const auto put = [this](QWidget *widget, int row, int column, int columns = 1) {
         m_grid->addWidget(widget, row, column, 1, columns);
     };
-    const auto button = [this](int index) { return SideMenuBarMiniChannels(index); };
+    const auto button = [this](Action index) { return SideMenuBarMiniChannels(index); };
     int row = 0;
     if (index() == DocumentBar) {
         if (!pairs)
@@ -113,14 +113,14 @@ void SideMenuBar::arrange()
             put(button(Delete), row, 0);
             put(button(Save), row++, 1);
         } else {
-            for (int action : {Revert, Copy, Delete})
+            for (Action action : {Revert, Copy, Delete})
                 put(button(action), row++, 0, 2);
             m_grid->setRowStretch(row++, 1);
             put(button(Save), row++, 0, 2);
         }
     } else if (pairs) {
-        const int left[] = {Larger, Smaller, Bullet};
-        const int right[] = {AlignLeft, AlignCenter, AlignRight};
+        const Action left[] = {Larger, Smaller, Bullet};
+        const Action right[] = {AlignLeft, AlignCenter, AlignRight};
         for (int i = 0; i < 3; ++i, ++row) {
             put(button(left[i]), row, 0);
             put(button(right[i]), row, 1);
@@ -130,7 +130,7 @@ void SideMenuBar::arrange()
         put(button(Larger), row, 0);
         put(button(Smaller), row++, 1);
         put(m_headings.at(0), row++, 0, 2);
-        for (int action : {AlignLeft, AlignCenter, AlignRight, Bullet, Timestamp})
+        for (Action action : {AlignLeft, AlignCenter, AlignRight, Bullet, Timestamp})
             put(button(action), row++, 0, 2);
         m_grid->setRowStretch(row++, 1);
     }
@@ -151,7 +151,7 @@ QLabel *SideMenuBar::heading(const QString &text)
     return label;
 }
 
-TouchButton *SideMenuBar::addButton(int index, const QString &caption, const QString &tip)
+TouchButton *SideMenuBar::addButton(Action index, const QString &caption, const QString &tip)
 {
     auto *button = new TouchButton(caption, this);
     button->setObjectName(QStringLiteral("SideMenuBarMiniChannels%1").arg(index));
@@ -162,7 +162,7 @@ TouchButton *SideMenuBar::addButton(int index, const QString &caption, const QSt
     return button;
 }
 
-TouchButton *SideMenuBar::SideMenuBarMiniChannels(int index) const
+TouchButton *SideMenuBar::SideMenuBarMiniChannels(Action index) const
 {
     for (TouchButton *button : m_buttons) {
         if (button->index() == index)

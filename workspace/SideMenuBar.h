@@ -21,31 +21,34 @@ class SideMenuBar : public TouchPanel
     Q_OBJECT
 
 public:
-    static constexpr int DocumentBar = 100;
-    static constexpr int FormatBar = 200;
+    // The bars, SideMenuBars(index).
+    enum Bar : qint16 { DocumentBar = 100, FormatBar = 200 };
 
-    // Document actions
-    static constexpr int ZoomIn = 100;
-    static constexpr int ZoomOut = 101;
-    static constexpr int Revert = 102;
-    static constexpr int Copy = 103;
-    static constexpr int Delete = 104;
-    static constexpr int Save = 105;
-    // Format actions
-    static constexpr int Larger = 200;
-    static constexpr int Smaller = 201;
-    static constexpr int AlignLeft = 202;
-    static constexpr int AlignCenter = 203;
-    static constexpr int AlignRight = 204;
-    static constexpr int Bullet = 205;
-    static constexpr int Timestamp = 206;
+    // Their buttons, SideMenuBarMiniChannels(index).
+    enum Action : qint16 {
+        // Document actions
+        ZoomIn = 100,
+        ZoomOut = 101,
+        Revert = 102,
+        Copy = 103,
+        Delete = 104,
+        Save = 105,
+        // Format actions
+        Larger = 200,
+        Smaller = 201,
+        AlignLeft = 202,
+        AlignCenter = 203,
+        AlignRight = 204,
+        Bullet = 205,
+        Timestamp = 206,
+    };
 
     enum class Arrangement { Column, Pairs };
 
     // The bar with the given index (100 or 200), with its headings and buttons.
-    explicit SideMenuBar(int index, QWidget *parent = nullptr);
+    explicit SideMenuBar(Bar index, QWidget *parent = nullptr);
 
-    TouchButton *SideMenuBarMiniChannels(int index) const;
+    TouchButton *SideMenuBarMiniChannels(Action index) const;
     const QList<TouchButton *> &buttons() const { return m_buttons; }
     // The document title field; only on the document bar.
     TouchEdit *titleField() const { return m_title; }
@@ -56,11 +59,11 @@ public:
     int neededHeight(Arrangement arrangement, int width);
 
 signals:
-    void buttonClicked(int index);
+    void buttonClicked(SideMenuBar::Action action);
 
 private:
     QLabel *heading(const QString &text);
-    TouchButton *addButton(int index, const QString &caption, const QString &tip);
+    TouchButton *addButton(Action index, const QString &caption, const QString &tip);
     void arrange();
 
     QGridLayout *m_grid;

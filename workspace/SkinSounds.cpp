@@ -3,15 +3,10 @@
 #include "app/Globals.h"
 #include "platform/touch/TouchButton.h"
 #include "platform/touch/TouchPanel.h"
+#include "workspace/Workspace.h"
 
 #include <QApplication>
 #include <QRegularExpression>
-
-namespace {
-
-constexpr int MusicButton = 5;
-
-} // namespace
 
 QString SkinSounds::folder()
 {
@@ -28,10 +23,19 @@ qint16 SkinSounds::suppressFor(const QString &array, int index)
 {
     const qint16 music = Globals::MusicOn ? -1 : 0;
     if (array == u"Channels")
-        return index == MusicButton ? music : qint16(~music);
+        return index == Workspace::MusicButton ? music : qint16(~music);
     if (array == u"MenuBoxMiniChannels" || array == u"SideMenuBarMiniChannels")
         return qint16(~music);
     return 0;
+}
+
+void SkinSounds::answerSoundQueries(QWidget *root)
+{
+    for (TouchButton *button : root->findChildren<TouchButton *>()) {
+        QObject::connect(button, &TouchButton::soundQuery, root, [button, name = arrayName(button)](qint16 &suppress) {
+            suppress = suppressFor(name, button->index());
+        });
+    }
 }
 
 void SkinSounds::assignEverywhere(QWidget *main)

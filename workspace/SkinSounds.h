@@ -21,6 +21,8 @@ public:
     // button (main button 5) is the other way round, so that it sounds as
     // music is switched on.
     static qint16 suppressFor(const QString &arrayName, int index);
+    // Every button under root asks suppressFor before it sounds.
+    static void answerSoundQueries(QWidget *root);
 
     // Gives every touch control under the roots its sound file; the music
     // panel gets its tune and plays while music is on.

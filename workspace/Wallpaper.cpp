@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QDirIterator>
 #include <QImageReader>
+#include <QLinearGradient>
 #include <QPainter>
 
 #include <cmath>
@@ -279,6 +280,17 @@ bool Wallpaper::covers(const QImage &picture, Mode mode, const QRect &area)
     if (mode == Mode::Stretched)
         return true;
     return mode == Mode::Natural && picture.width() >= area.right() + 1 && picture.height() >= area.bottom() + 1;
+}
+
+void Wallpaper::paintOverSky(QPainter &painter, const QRect &area)
+{
+    if (!covers(area)) {
+        QLinearGradient sky(0, area.top(), 0, area.top() + area.height());
+        sky.setColorAt(0.0, QColor(0xfd, 0xf6, 0xe3));
+        sky.setColorAt(1.0, QColor(0xf3, 0xdf, 0xb8));
+        painter.fillRect(area, sky);
+    }
+    paint(painter, area);
 }
 
 void Wallpaper::paint(QPainter &painter, const QRect &area)

@@ -52,6 +52,10 @@ public:
 
     // True when paint() fills every pixel of `area` with opaque picture.
     bool covers(const QRect &area);
+    // paint() over the program's own sky, which is only drawn where the
+    // picture leaves something uncovered (a full-screen gradient costs as
+    // much as the picture).
+    void paintOverSky(QPainter &painter, const QRect &area);
 
     Mode mode() const { return m_mode; }
     bool isDesktop() const { return m_mode == Mode::Desktop; }

@@ -2,11 +2,14 @@
 
 #include "documents/AppletHost.h"
 #include "documents/DocumentRecord.h"
+#include "workspace/CharacterVoice.h"
+#include "workspace/DocumentSession.h"
+#include "workspace/FirstPicture.h"
+#include "workspace/InformationBar.h"
+#include "workspace/SideMenuBar.h"
+#include "workspace/SystemMenu.h"
 
-#include <QFont>
 #include <QList>
-#include <QPointer>
-#include <QTimer>
 #include <QVariant>
 #include <QWidget>
 
@@ -15,22 +18,18 @@
 
 class Applet;
 class ChimeClock;
-class DocumentSession;
-class IME;
 class InfoDlg;
 class InformationBar;
 class MusicPlayer;
 class Printing;
-class QAction;
 class QLabel;
 class QMenu;
 class RecoveryJournal;
 class SettingsBox;
 class Wallpaper;
-class SideMenuBar;
-class SystemMenu;
 class TouchButton;
 class TouchPanel;
+class ToolBoxLink;
 class WelcomeBox;
 class WorkspaceArranger;
 class WorkspaceBus;
@@ -65,16 +64,17 @@ public:
     };
     // The draggable boxes, MenuBoxes(index).
     enum MenuBox : qint16 { SettingsMenuBox = 100, WelcomeMenuBox = 200 };
+    // The pads of the tool dialog, and what ToolBoxMode does with them.
+    enum class ToolBox : qint16 { Calculator = 0, CharacterPad = 1 };
+    enum class ToolBoxState : qint16 { Close = 0, Open = 1, Decide = 2 };
     // How the window is being closed.
     enum CloseMode : qint16 { ControlMenu = 0, ByCode = 1, SessionEnd = 2, TaskManager = 3, OtherClose = 4 };
 
     // The character routine: every line for the assistant goes through it.
-    using CharacterRoutine = std::function<void(QString &command)>;
-    static void setCharacterRoutine(CharacterRoutine routine);
-    // The yes/no question before revert and delete.
-    using QuestionRoutine = std::function<bool(QWidget *parent, const QString &question)>;
-    // A plain message the user must see, such as a document that cannot be opened.
-    using MessageRoutine = std::function<void(QWidget *parent, const QString &message)>;
+    using CharacterRoutine = CharacterVoice::Routine;
+    static void setCharacterRoutine(CharacterRoutine routine) { CharacterVoice::setRoutine(std::move(routine)); }
+    using QuestionRoutine = DocumentSession::QuestionRoutine;
+    using MessageRoutine = DocumentSession::MessageRoutine;
 
     explicit Workspace(QWidget *parent = nullptr);
     ~Workspace() override;
@@ -91,14 +91,16 @@ public:
     void ApplySetting();
     // 3. The applets start and the welcome box opens.
     void Start();
-    // 4. Opens (1) or closes (0) the calculator (mode 0) or the
-    //    character-input pad (mode 1); state 2 decides by itself.
-    void ToolBoxMode(qint16 mode, qint16 state);
+    // 4. Opens or closes the calculator or the character-input pad;
+    //    Decide opens the calculator by the window's flag, the character pad
+    //    with "Smart Pencil" on, and otherwise does nothing.
+    void ToolBoxMode(ToolBox mode, ToolBoxState state);
     // 5. The hint in the information bar.
     void HowTo(const QString &topic, const QString &content);
-    // 6 and 7. The view.
+    // 6. The active applet's view code while no box is shown; otherwise 0.
     qint32 Document() const;
-    void setDocument(qint16 view);
+    // 7. Leaves what is shown (an open document is saved) and shows the view.
+    void setDocument(View view);
 
     // Closes the window the orderly way, as the given closing mode.
     void closeWithMode(CloseMode mode);
@@ -107,23 +109,23 @@ public:
 
     // The hosted applets; the active one shows the current document.
     QList<Applet *> DatabaseApplets() const { return m_applets; }
-    Applet *activeApplet() const;
+    Applet *activeApplet() const { return m_active; }
     // Hosts one more applet (loaded at once) and makes it the active one.
     void addApplet(Applet *applet);
 
     // The current document and its file; the path is empty until it is saved.
-    DocumentRecord &currentRecord();
-    QString currentPath() const;
+    DocumentRecord &currentRecord() { return m_session->record(); }
+    QString currentPath() const { return m_session->path(); }
     // Where unsaved writing is kept until the document is saved.
-    RecoveryJournal *journal() const;
+    RecoveryJournal *journal() const { return m_session->journal(); }
     DocumentSession *session() const { return m_session; }
 
-    bool calculatorFlag() const { return m_calculator; }
+    bool calculatorFlag() const;
     // True until the window's first full picture (after Start) is on the
     // screen: the character and the music wait for it.
-    bool waitingForFirstPicture() const { return !m_pictureShown; }
+    bool waitingForFirstPicture() const { return !m_picture.isShown(); }
 
-    TouchButton *Channels(int index) const;
+    TouchButton *Channels(Channel index) const;
     WelcomeBox *welcomeBox() const { return m_welcome; }
     // The way back to the documents when nothing is open.
     TouchButton *backToStartButton() const { return m_backToStart; }
@@ -131,21 +133,21 @@ public:
     QWidget *settingsBox();
     // The box, or nullptr for the settings box while it is not built yet.
     TouchPanel *MenuBoxes(MenuBox index) const;
-    SideMenuBar *SideMenuBars(int index) const;
-    TouchPanel *InfoBar() const;
-    QLabel *InfoBarTopic() const;
-    QLabel *InfoBarContent() const;
-    QMenu *systemMenu() const;
+    SideMenuBar *SideMenuBars(SideMenuBar::Bar index) const;
+    InformationBar *InfoBar() const { return m_infoBar; }
+    QLabel *InfoBarTopic() const { return m_infoBar->topic(); }
+    QLabel *InfoBarContent() const { return m_infoBar->content(); }
+    QMenu *systemMenu() const { return m_menu; }
     ChimeClock *clock() const { return m_clock; }
 
     // Handlers of the controls, by index.
-    void Channels_Click(int index);
-    void SideMenuBarMiniChannels_Click(int index);
+    void Channels_Click(Channel index);
+    void SideMenuBarMiniChannels_Click(SideMenuBar::Action index);
 
     // The yes/no question; QuestionBox unless replaced.
-    void setQuestionRoutine(QuestionRoutine routine);
+    void setQuestionRoutine(QuestionRoutine routine) { m_session->setQuestionRoutine(std::move(routine)); }
     // The message box; QuestionBox::tell unless replaced.
-    void setMessageRoutine(MessageRoutine routine);
+    void setMessageRoutine(MessageRoutine routine) { m_session->setMessageRoutine(std::move(routine)); }
 
 signals:
     // The window has unloaded: the settings are saved.
@@ -160,31 +162,23 @@ protected:
 private:
     void buildChannels();
     SettingsBox *settings();
+    // Every button and field tells the information bar about itself, and
+    // asks before it sounds.
     void connectHints(QWidget *root);
-    void say(const QString &line);
-    // Runs the job once the window's first full picture is on the screen
-    // (at once after that).
-    void whenPictureShown(std::function<void()> job);
-    void firstPictureShown();
-    void sayWhenGraphic(const QString &line);
+    // The main buttons 音楽 and アニメ show the settings; the character comes or goes.
     void showCharacter();
+    // Settings-box check marks, and power-off or quit by "Shutdown".
     void refreshCheckMarks();
     void layOut();
     void applyWallpaper();
-    void followToolDialog();
-    void followFocus(QWidget *focus);
 
-    void enterDocument();
-    bool leaveDocument();
     void applet_propertiesChanged(bool &value, const QVariant &applet, const QString &kind);
-    void InfoDlg_Status(qint16 first, qint16 second);
+    // One system beep, from the skin when it has one.
     void Clock_Beep();
 
     void Unload();
 
     InfoDlg *m_infoDlg = nullptr;
-    // The input-method bridge of the window, lent to the tool dialog.
-    IME *m_ime = nullptr;
     MusicPlayer *m_music = nullptr;
     Printing *m_printing = nullptr;
     QList<TouchButton *> m_channels;
@@ -203,11 +197,10 @@ private:
     QList<Applet *> m_applets;
     Applet *m_active = nullptr;
     DocumentSession *m_session = nullptr;
+    ToolBoxLink *m_toolBox = nullptr;
+    FirstPicture m_picture;
+    CharacterVoice m_voice{&m_picture};
     CloseMode m_closeMode = ControlMenu;
-    bool m_calculator = false;
-    bool m_characterShown = false;
-    bool m_pictureShown = false;
-    QList<std::function<void()>> m_afterFirstPicture;
     bool m_unloaded = false;
     bool m_linkedFontNow = false;
     bool m_started = false;

@@ -145,8 +145,8 @@ private slots:
         w.show();
         QVERIFY(QTest::qWaitForWindowExposed(&w));
         w.Reload();
-        w.setDocument(1);
-        w.ToolBoxMode(1, -1);
+        w.setDocument(Workspace::SettingsView);
+        w.ToolBoxMode(Workspace::ToolBox::CharacterPad, Workspace::ToolBoxState::Decide);
         QWidget *const windows[] = {&w, w.settingsBox(), w.infoDlg()};
 
         const QStringList japanese{QStringLiteral("IPAexGothic"), QStringLiteral("Noto Sans CJK JP")};

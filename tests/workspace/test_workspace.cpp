@@ -83,8 +83,12 @@ class WorkspaceTest : public QObject
 
     Workspace *w = nullptr;
 
-    TouchButton *side(int index) { return w->SideMenuBars(index < 200 ? 100 : 200)->SideMenuBarMiniChannels(index); }
-    TouchEdit *title() { return w->SideMenuBars(100)->titleField(); }
+    TouchButton *side(int index)
+    {
+        return w->SideMenuBars(index < 200 ? SideMenuBar::DocumentBar : SideMenuBar::FormatBar)
+            ->SideMenuBarMiniChannels(SideMenuBar::Action(index));
+    }
+    TouchEdit *title() { return w->SideMenuBars(SideMenuBar::DocumentBar)->titleField(); }
     QTableWidget *list(int page) { return w->welcomeBox()->MenuBoxFigures(page); }
     WordProcessor *box() { return qobject_cast<DatabaseApplet *>(w->activeApplet())->WordProcessors(1); }
     void openTemplate() { clickCell(list(WelcomeBox::TemplatesPage), 0, 0); }
@@ -131,8 +135,8 @@ private slots:
         QVERIFY(welcome->isVisible());
         QCOMPARE(w->Document(), 0);
         QCOMPARE(welcome->caption(), u"スタート"_s);
-        QVERIFY(!w->Channels(7)->isEnabled());
-        QVERIFY(w->Channels(2)->isVisible() && !w->Channels(1)->isVisible());
+        QVERIFY(!w->Channels(Workspace::PrintButton)->isEnabled());
+        QVERIFY(w->Channels(Workspace::QuitButton)->isVisible() && !w->Channels(Workspace::PowerOffButton)->isVisible());
         // The tabs act as one radio group over the two pages.
         for (const int tab : {WelcomeBox::RecentTab, WelcomeBox::TemplatesTab}) {
             click(welcome->MenuBoxMiniChannels(tab));
@@ -141,27 +145,27 @@ private slots:
             QCOMPARE(welcome->MenuBoxMiniChannels(WelcomeBox::TemplatesTab)->value(), tab == WelcomeBox::TemplatesTab);
         }
         // Settings box (view 1): "Shutdown" there swaps quit for power-off at once.
-        click(w->Channels(4));
+        click(w->Channels(Workspace::SettingsButton));
         QVERIFY(w->settingsBox()->isVisible() && !welcome->isVisible());
         auto *settings = static_cast<SettingsBox *>(w->settingsBox());
         for (const bool on : {true, false}) {
             click(settings->button(SettingsBox::ShutdownButton));
-            QVERIFY(w->Channels(1)->isVisible() == on && w->Channels(2)->isVisible() == !on);
+            QVERIFY(w->Channels(Workspace::PowerOffButton)->isVisible() == on && w->Channels(Workspace::QuitButton)->isVisible() == !on);
         }
         click(settings->button(SettingsBox::CloseButton));
         QVERIFY(!w->settingsBox()->isVisible() && welcome->isVisible());
         // A template opens the document (view 10) with both side bars, unnamed.
         openTemplate();
         QCOMPARE(w->Document(), 10);
-        QVERIFY(!welcome->isVisible() && w->activeApplet()->isVisible() && w->Channels(7)->isEnabled());
-        QVERIFY(w->SideMenuBars(100)->isVisible() && w->SideMenuBars(200)->isVisible());
+        QVERIFY(!welcome->isVisible() && w->activeApplet()->isVisible() && w->Channels(Workspace::PrintButton)->isEnabled());
+        QVERIFY(w->SideMenuBars(SideMenuBar::DocumentBar)->isVisible() && w->SideMenuBars(SideMenuBar::FormatBar)->isVisible());
         QVERIFY(w->currentPath().isEmpty());
         QCOMPARE(title()->prompt(), u"タイトルを入力してください"_s);
         // Saved, back to the welcome box; its close button leaves nothing open (view 0).
         click(side(SideMenuBar::Save));
         QVERIFY(welcome->isVisible());
         click(welcome->MenuBoxMiniChannels(WelcomeBox::CloseButton));
-        QVERIFY(!welcome->isVisible() && !w->Channels(7)->isEnabled());
+        QVERIFY(!welcome->isVisible() && !w->Channels(Workspace::PrintButton)->isEnabled());
         QCOMPARE(w->Document(), 0);
     }
 
@@ -204,7 +208,7 @@ private slots:
     {
         QFETCH(int, index);
         QFETCH(QString, tip);
-        TouchButton *button = index < 100 ? w->Channels(index)
+        TouchButton *button = index < 100 ? w->Channels(Workspace::Channel(index))
                               : index < 1000 ? side(index)
                                              : w->welcomeBox()->MenuBoxMiniChannels(index - 1000);
         Globals::HowToOn = true;
@@ -235,17 +239,20 @@ private slots:
     {
         InfoDlg *dialog = w->infoDlg();
         // State 2 opens the pad only with "Smart Pencil" on, and once open it stays.
-        w->ToolBoxMode(1, 2);
+        using ToolBox = Workspace::ToolBox;
+        using State = Workspace::ToolBoxState;
+        w->ToolBoxMode(ToolBox::CharacterPad, State::Decide);
         QVERIFY(!dialog->isVisible());
         Globals::SmartPencilOn = true;
         for (int twice = 0; twice < 2; ++twice) {
-            w->ToolBoxMode(1, 2);
-            QVERIFY(dialog->isOpen(InfoDlg::CharacterMode) && !w->Channels(9)->isEnabled());
+            w->ToolBoxMode(ToolBox::CharacterPad, State::Decide);
+            QVERIFY(dialog->isOpen(InfoDlg::CharacterMode) && !w->Channels(Workspace::CharacterPadButton)->isEnabled());
         }
         // The calculator follows the window's flag (clear here), and its button shows the state.
-        for (const int state : {2, 1}) {
-            w->ToolBoxMode(0, state);
-            QVERIFY(w->Channels(8)->value() == (state == 1) && dialog->isOpen(InfoDlg::CalculatorMode) == (state == 1));
+        for (const State state : {State::Decide, State::Open}) {
+            w->ToolBoxMode(ToolBox::Calculator, state);
+            const bool open = state == State::Open;
+            QVERIFY(w->Channels(Workspace::CalculatorButton)->value() == open && dialog->isOpen(InfoDlg::CalculatorMode) == open);
         }
     }
 
@@ -297,7 +304,7 @@ private slots:
         // The document side bar follows the editing view.
         for (bool shown : {false, true}) {
             emit applet->propertiesChanged(shown, QVariant(), u"Word Processor"_s);
-            QCOMPARE(w->SideMenuBars(100)->isVisible(), shown);
+            QCOMPARE(w->SideMenuBars(SideMenuBar::DocumentBar)->isVisible(), shown);
         }
     }
 
@@ -390,8 +397,8 @@ private slots:
             emit button->soundQuery(suppress);
             return suppress != 0;
         };
-        TouchButton *music = w->Channels(5);
-        TouchButton *others[] = {w->Channels(3), w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab), side(SideMenuBar::Save)};
+        TouchButton *music = w->Channels(Workspace::MusicButton);
+        TouchButton *others[] = {w->Channels(Workspace::HelpButton), w->welcomeBox()->MenuBoxMiniChannels(WelcomeBox::RecentTab), side(SideMenuBar::Save)};
         for (const bool musicOn : {false, true}) {
             QCOMPARE(suppressed(music), musicOn);
             for (TouchButton *button : others)
@@ -402,8 +409,8 @@ private slots:
         }
         // The skin sounds go by control name, in boxes built late too.
         others[0] = static_cast<SettingsBox *>(w->settingsBox())->button(SettingsBox::RandomButton);
-        for (TouchButton *button : {w->Channels(3), others[0], others[1], others[2]})
-            QCOMPARE(button->soundFile().section(u'/', -2), button == w->Channels(3) ? u"SKIN/1.WAV"_s : u"SKIN/2.WAV"_s);
+        for (TouchButton *button : {w->Channels(Workspace::HelpButton), others[0], others[1], others[2]})
+            QCOMPARE(button->soundFile().section(u'/', -2), button == w->Channels(Workspace::HelpButton) ? u"SKIN/1.WAV"_s : u"SKIN/2.WAV"_s);
     }
 
     // Beeps on minutes 00 and 30 with "Music" on; the time is told on 00, 10,
@@ -464,7 +471,7 @@ private slots:
         QCOMPARE(w->Document(), 10);
         QSignalSpy unloaded(w, &Workspace::unloaded);
         spoken.clear();
-        click(w->Channels(2));
+        click(w->Channels(Workspace::QuitButton));
         QCOMPARE(unloaded.count(), 1);
         QCOMPARE(spoken, (QStringList{u"Thank you."_s, u"Off"_s}));
     }
@@ -480,7 +487,7 @@ private slots:
         title()->setText(u"大事"_s);
         {
             FileSizeLimit full(10);
-            for (TouchButton *button : {side(SideMenuBar::Save), side(SideMenuBar::Copy), w->Channels(2)})
+            for (TouchButton *button : {side(SideMenuBar::Save), side(SideMenuBar::Copy), w->Channels(Workspace::QuitButton)})
                 click(button);
         }
         QCOMPARE(told, 3);
