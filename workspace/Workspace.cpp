@@ -15,6 +15,7 @@
 #include "platform/MusicPlayer.h"
 #include "platform/touch/TouchTheme.h"
 #include "tools/FlatScrollBar.h"
+#include "tools/IME.h"
 #include "tools/InfoDlg.h"
 #include "platform/agent/CharacterStage.h"
 #include "tools/Printing.h"
@@ -134,6 +135,14 @@ Workspace::Workspace(QWidget *parent)
 
     connect(m_documentBar->titleField(), &QLineEdit::textEdited, m_session, &DocumentSession::keepAfterPause);
 
+    // The input method serves this window; a font link left by an earlier
+    // run gets one further read-only call.
+    m_ime = new IME(this);
+    m_ime->setHandle(this);
+    m_ime->Associate();
+    if (!m_linkedFontNow)
+        m_ime->Convert(IME::ReadOnly);
+
     // The document applet.
     auto *document = new DatabaseApplet(this);
     connect(document, &DatabaseApplet::edited, m_session, &DocumentSession::keepAfterPause);
@@ -222,6 +231,7 @@ void Workspace::setInfoDlg(InfoDlg *dialog)
     m_infoDlg = dialog;
     if (!m_infoDlg)
         return;
+    m_infoDlg->setIME(m_ime);
     connect(m_infoDlg, &InfoDlg::HowTo, this, &Workspace::HowTo);
     m_toolBox->setDialog(m_infoDlg);
     connect(m_infoDlg, &InfoDlg::resized, this, &Workspace::layOut);
@@ -567,6 +577,7 @@ void Workspace::Unload()
     m_voice.say(QStringLiteral("Off"));
     for (Applet *applet : m_applets)
         ErrorTrap::run("Workspace::Unload: applet", [applet] { applet->Unload(); });
+    ErrorTrap::run("Workspace::Unload: input method", [this] { m_ime->Dissociate(); });
     ErrorTrap::run("Workspace::Unload: scroll bars", [this] { m_welcome->scrollBar()->Terminate(); });
     ErrorTrap::run("Workspace::Unload: private characters", [] {
         if (SettingsStore::Runtime()) {

@@ -18,6 +18,7 @@
 
 class Applet;
 class ChimeClock;
+class IME;
 class InfoDlg;
 class InformationBar;
 class MusicPlayer;
@@ -179,6 +180,8 @@ private:
     void Unload();
 
     InfoDlg *m_infoDlg = nullptr;
+    // The input-method bridge of the window, lent to the tool dialog.
+    IME *m_ime = nullptr;
     MusicPlayer *m_music = nullptr;
     Printing *m_printing = nullptr;
     QList<TouchButton *> m_channels;
