@@ -1,6 +1,7 @@
 #include "documents/Database.h"
 #include "platform/FileAttributes.h"
 #include "platform/vb/VbError.h"
+#include "support/DocumentRecords.h"
 #include "support/FileBytes.h"
 #include "support/GoldenRows.h"
 
@@ -33,15 +34,6 @@ QString writeRaw(const QString &name, const QByteArray &bytes)
 QDateTime at(int y, int mo, int d, int h = 0, int mi = 0, int s = 0)
 {
     return QDateTime(QDate(y, mo, d), QTime(h, mi, s), Qt::LocalTime);
-}
-
-DocumentRecord document(const QString &title, const QDateTime &time, const QString &text)
-{
-    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-    record.DocumentTitle = title;
-    record.Timestamp = time;
-    record.page(1).item(1).Text = text;
-    return record;
 }
 
 // Null, as for an unreadable date, is no time.
@@ -125,14 +117,14 @@ private slots:
         for (auto it = from.begin(); it != from.end(); ++it)
             fields[it.key()] = it.value();
         const QString path = folder() + "/20090401093015.TXT";
-        QVERIFY(Database::SaveDocument(path, document(fields["title"].toString(), timeOf(fields["time"]), fields["text"].toString()), 2));
+        QVERIFY(Database::SaveDocument(path, blankDocument(fields["title"].toString(), timeOf(fields["time"]), fields["text"].toString()), 2));
         QCOMPARE(fileBytes(path), fileBytes(file));
     }
 
     void onlyTitleTimeAndFirstBoxAreKept()
     {
         const QString text = "{\\rtf1 " + QString(5000, 'x') + "}";
-        DocumentRecord record = document("旅行の計画", at(2009, 4, 1, 9, 30, 15), text);
+        DocumentRecord record = blankDocument("旅行の計画", at(2009, 4, 1, 9, 30, 15), text);
         record.Zoom = 150;
         record.Copies = 3;
         record.PaperSetting1 = 9;
@@ -179,8 +171,8 @@ private slots:
         QCOMPARE(Database::NewFileName(second), Database::NewFileName(first));
 
         // The second save of that second replaces the first.
-        Database::SaveDocument(Database::NewFileName(first), document("first", first, "1"), 2);
-        Database::SaveDocument(Database::NewFileName(second), document("second", second, "2"), 2);
+        Database::SaveDocument(Database::NewFileName(first), blankDocument("first", first, "1"), 2);
+        Database::SaveDocument(Database::NewFileName(second), blankDocument("second", second, "2"), 2);
         QCOMPARE(Database::ListDocuments(0), QStringList{folder() + "/20090401093015.TXT"});
         QCOMPARE(Database::LoadDocument(folder() + "/20090401093015.TXT", 2).DocumentTitle, QString("second"));
     }
@@ -197,7 +189,7 @@ private slots:
         QVERIFY(FileAttributes::add(hiddenOther, FileAttributes::Hidden));
         // Mode 3 saves, then marks the file read-only and hidden.
         const QString both = folder() + "/both.TXT";
-        QVERIFY(Database::SaveDocument(both, document("b", at(2009, 4, 1, 9), "x"), 3));
+        QVERIFY(Database::SaveDocument(both, blankDocument("b", at(2009, 4, 1, 9), "x"), 3));
         QCOMPARE(FileAttributes::of(both), FileAttributes::ReadOnly | FileAttributes::Hidden);
         QDir().mkpath(folder() + "/folder.TXT");   // folders are never listed
 
@@ -215,7 +207,7 @@ private slots:
             QVERIFY2(set(Database::ListDocuments(flags)) == expected[flags], qPrintable(QString::number(flags)));
         QCOMPARE(Database::ListDocuments(0).size(), 9);
         // Saved over, a hidden file stays hidden.
-        QVERIFY(Database::SaveDocument(hidden, document("new", at(2009, 4, 2), ""), 2));
+        QVERIFY(Database::SaveDocument(hidden, blankDocument("new", at(2009, 4, 2), ""), 2));
         QCOMPARE(FileAttributes::of(hidden), FileAttributes::Hidden);
     }
 
@@ -233,12 +225,12 @@ private slots:
     void failedSavesKeepTheOldFile()
     {
         const QString kept = folder() + "/kept.TXT";
-        QVERIFY(Database::SaveDocument(kept, document("kept", at(2009, 4, 1, 9, 30, 15), "old"), 3));
+        QVERIFY(Database::SaveDocument(kept, blankDocument("kept", at(2009, 4, 1, 9, 30, 15), "old"), 3));
         const QString binary = writeRaw("b.TXT", "\"Binary\",#2009-04-01#\r\nbody\r\n");
         const QList<QPair<QString, int>> refused{{kept, 2}, {binary, 4}, {binary, 5}};   // read-only; binary mode
         for (const auto &[path, mode] : refused) {
             const QByteArray before = fileBytes(path);
-            QVERIFY(!Database::SaveDocument(path, document("new", at(2010, 1, 1, 1, 1, 1), "new"), mode));
+            QVERIFY(!Database::SaveDocument(path, blankDocument("new", at(2010, 1, 1, 1, 1, 1), "new"), mode));
             QCOMPARE(fileBytes(path), before);
         }
         QCOMPARE(FileAttributes::of(binary), FileAttributes::Normal);
@@ -253,7 +245,7 @@ private slots:
         qputenv("XDG_DATA_HOME", blocker.toLocal8Bit());
         const QStringList listed = Database::ListDocuments(0);
         const QString name = Database::NewFileName(at(2009, 4, 1, 9, 30, 15));
-        const bool written = Database::SaveDocument(name, document("x", at(2009, 4, 1, 9, 30, 15), "x"), 2);
+        const bool written = Database::SaveDocument(name, blankDocument("x", at(2009, 4, 1, 9, 30, 15), "x"), 2);
         qputenv("XDG_DATA_HOME", saved);
         QVERIFY(listed.isEmpty());
         QVERIFY(!written);

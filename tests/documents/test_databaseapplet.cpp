@@ -72,14 +72,6 @@ class TestDatabaseApplet : public QObject
         box->setTextCursor(cursor);
     }
 
-    static DocumentRecord withBoxes(const QList<DocumentItem> &boxes)
-    {
-        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-        record.page(1).Items += boxes;
-        record.page(1).ItemCount = record.page(1).Items.size();
-        return record;
-    }
-
 private slots:
     void init()
     {
@@ -94,9 +86,7 @@ private slots:
             else if (kind == QLatin1String("Word Processor"))
                 m_wordProcessorEvents.append(value);
         });
-        m_fixture->host.show();
-        m_fixture->host.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&m_fixture->host));
+        QVERIFY(m_fixture->showActive());
     }
 
     void cleanup() { m_fixture.reset(); }
@@ -277,7 +267,7 @@ private slots:
     {
         if (m_applet->logicalDpiX() != 96 || m_applet->logicalDpiY() != 96)
             QSKIP("the pixel figures below are for a 96 dpi screen");
-        open(withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2.54f, 5.08f, 10, 5), WordProcessorHost::box(7, 1, 1, 1, 1)}));
+        open(WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2.54f, 5.08f, 10, 5), WordProcessorHost::box(7, 1, 1, 1, 1)}));
         // 1.5 cm = 56.7 px, 2.0 cm = 75.6 px, 18.0 cm = 680.3 px, 25.7 cm = 971.3 px.
         QCOMPARE(firstBox()->geometry(), QRect(57, 76, 680, 971));
         QCOMPARE(m_applet->SpreadSheets(2)->geometry(), QRect(96, 192, 378, 189));
@@ -322,7 +312,7 @@ private slots:
     // active, do nothing and answer nothing.
     void onlyKnownNamesOnARichTextBoxDoAnything()
     {
-        WordProcessor *box = typeInto(QStringLiteral("same"), withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2, 3, 10, 5)}));
+        WordProcessor *box = typeInto(QStringLiteral("same"), WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2, 3, 10, 5)}));
         const QString source = firstText();
         m_allPropertiesEvents = 0;
         for (const QString &name : {QStringLiteral("Colour"), QStringLiteral("zoom"), QStringLiteral("FontSize"), QString()}) {

@@ -3,6 +3,7 @@
 #include "documents/Database.h"
 #include "documents/DatabaseApplet.h"
 #include "documents/WordProcessor.h"
+#include "support/DocumentRecords.h"
 #include "support/FileBytes.h"
 #include "tools/InfoDlg.h"
 #include "workspace/RecentDocuments.h"
@@ -27,9 +28,7 @@ namespace {
 // A document file of exactly `bytes` bytes: many short paragraphs of rich text.
 QString documentOfSize(qint64 bytes)
 {
-    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-    record.DocumentTitle = u"大きい"_s;
-    record.Timestamp = QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7));
+    DocumentRecord record = blankDocument(u"大きい"_s, QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7)));
     const QString path = Database::NewFileName(record.Timestamp);
     const QByteArray header = "\"\x91\xe5\x82\xab\x82\xa2\",#2021-03-04 05:06:07#\r\n";   // the title in code page 932
     const QString head = u"{\\rtf1\\ansi "_s;

@@ -21,28 +21,6 @@ namespace {
 constexpr int BarWidth = 28;
 constexpr int Height = 600;
 
-// What the screen shows of the page and of its first box.
-struct Shown
-{
-    QSize paper;
-    QRect box;
-    QFont font;
-    int textZoom = 0;
-    QRect grid;
-
-    bool operator==(const Shown &) const = default;
-};
-
-char *toString(const Shown &shown)
-{
-    return qstrdup(QStringLiteral("paper %1x%2, box %3,%4 %5x%6, %7 pt, text %8 %, grid %9,%10 %11x%12")
-                       .arg(shown.paper.width()).arg(shown.paper.height())
-                       .arg(shown.box.x()).arg(shown.box.y()).arg(shown.box.width()).arg(shown.box.height())
-                       .arg(shown.font.pointSizeF()).arg(shown.textZoom)
-                       .arg(shown.grid.x()).arg(shown.grid.y()).arg(shown.grid.width()).arg(shown.grid.height())
-                       .toUtf8().constData());
-}
-
 } // namespace
 
 class TestPageFit : public QObject
@@ -57,10 +35,13 @@ class TestPageFit : public QObject
     QWidget *paper() const { return m_applet->sheet()->paper(); }
     int pageWidth() const { return m_applet->pageSize().width(); }
 
-    Shown shown() const
+    // What the screen shows of the page, its first box and letters, and the grid.
+    QString shown() const
     {
-        return {paper()->size(), firstBox()->geometry(), firstBox()->font(), firstBox()->textZoom(),
-                m_applet->SpreadSheets(2)->geometry()};
+        QString shown;
+        QDebug(&shown) << paper()->size() << firstBox()->geometry() << firstBox()->font() << firstBox()->textZoom()
+                       << m_applet->SpreadSheets(2)->geometry();
+        return shown;
     }
 
     void setZoom(int zoom) { m_applet->setProperties(QStringLiteral("Zoom"), zoom); }
@@ -74,10 +55,7 @@ class TestPageFit : public QObject
         m_applet->resize(width, Height);
         m_fixture->host.show();
         QVERIFY(QTest::qWaitForWindowExposed(&m_fixture->host));
-        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-        record.page(1).Items.append(WordProcessorHost::box(DocumentItem::Grid, 2, 20, 10, 5));
-        record.page(1).ItemCount = record.page(1).Items.size();
-        m_fixture->open(record);
+        m_fixture->open(WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2, 20, 10, 5)}));
         QTextCursor cursor(firstBox()->document());
         QTextBlockFormat centred;
         centred.setAlignment(Qt::AlignHCenter);
@@ -167,7 +145,8 @@ private slots:
         QFETCH(QList<int>, zooms);
         for (int zoom : zooms)
             setZoom(zoom);
-        const Shown wide = shown();
+        const QString wide = shown();
+        const int widePaper = paper()->width();
 
         // Opened anew in a narrow view: fitted at once.
         open(640);
@@ -177,7 +156,7 @@ private slots:
             setZoom(zoom);
         for (int width : {900, 701, 1100, 555, 833, 620, 1024, 613, 870, 777})
             m_applet->resize(width, Height);
-        QVERIFY(paper()->width() < wide.paper.width());
+        QVERIFY(paper()->width() < widePaper);
         m_applet->resize(1100, Height);
         QCOMPARE(shown(), wide);
         QCOMPARE(m_fixture->record.Zoom, zooms.last());

@@ -19,18 +19,7 @@
 
 namespace {
 
-using Word = PdfReadBack::Word;
-
-// The box around every word of the page that belongs to the text.
-QRectF boxOf(const QList<Word> &words, const QString &text)
-{
-    QRectF found;
-    for (const Word &word : words) {
-        if (text.contains(word.text))
-            found = found.isNull() ? word.box : found.united(word.box);
-    }
-    return found;
-}
+using namespace PdfReadBack;
 
 // The numbered lines ("第N行…") of a page, top to bottom: their tops and numbers.
 QList<QPair<double, int>> linesOf(const QList<Word> &words)
@@ -116,8 +105,8 @@ private slots:
         QVERIFY2(PdfReadBack::info(pdf).contains(QRegularExpression("Page size:\\s+" + pageSize)), qPrintable(PdfReadBack::info(pdf)));
 
         const QList<Word> words = PdfReadBack::words(pdf, 1);
-        const QRectF left = boxOf(words, leftText), centred = boxOf(words, centredText);
-        const QRectF right = boxOf(words, rightText), bullet = boxOf(words, bulletText);
+        const QRectF left = boxAround(words, leftText), centred = boxAround(words, centredText);
+        const QRectF right = boxAround(words, rightText), bullet = boxAround(words, bulletText);
         QVERIFY(!left.isNull() && !centred.isNull() && !right.isNull() && !bullet.isNull());
         // The text starts in the box's corner, a few tenths of a millimetre inside.
         QVERIFY2(left.left() >= 1.5 * scale && left.left() < 1.5 * scale + 0.25, qPrintable(QString::number(left.left())));
@@ -139,10 +128,8 @@ private slots:
     // lies below it, 4 to 14 cm across from 12 cm down.
     void eachBoxKeepsItsRectangleAndOnlyOverflowGoesOnToTheNextSheet()
     {
-        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
+        DocumentRecord record = WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::RichText, 4, 12, 10, 5)});
         record.page(1).item(1).Height = 10.0f;
-        record.page(1).Items.append(WordProcessorHost::box(DocumentItem::RichText, 4, 12, 10, 5));
-        record.page(1).ItemCount = 2;
         m_fixture->open(record);
         QStringList lines;
         for (int line = 1; line <= 20; ++line)
@@ -167,10 +154,10 @@ private slots:
         for (const Word &word : secondWords)
             QVERIFY2(word.box.top() >= 2.0 && word.box.bottom() <= 12.0 + 0.01, qPrintable(word.text));
         // The second box is printed once, centred in its own rectangle.
-        const QRectF centred = boxOf(firstWords, centredText);
+        const QRectF centred = boxAround(firstWords, centredText);
         QVERIFY2(qAbs(centred.center().x() - 9.0) < 0.15, qPrintable(QString::number(centred.center().x())));
         QVERIFY(centred.top() >= 12.0 && centred.top() < 12.4);
-        QVERIFY(boxOf(secondWords, centredText).isNull());
+        QVERIFY(boxAround(secondWords, centredText).isNull());
     }
 
     // Only the word processor prints, and only once there is a printer.

@@ -1,5 +1,6 @@
 #include "documents/Database.h"
 #include "documents/RecoveryJournal.h"
+#include "support/DocumentRecords.h"
 
 #include <QDir>
 #include <QTest>
@@ -9,14 +10,6 @@
 class TestRecoveryJournal : public QObject
 {
     Q_OBJECT
-
-    static DocumentRecord written(const QString &title, const QString &text)
-    {
-        DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-        record.DocumentTitle = title;
-        record.page(1).item(1).Text = text;
-        return record;
-    }
 
     static QString leftBehindTitle()
     {
@@ -30,8 +23,8 @@ private slots:
     void theNextRunFindsTheNewestText()
     {
         RecoveryJournal crashed;
-        crashed.keep(QStringLiteral("/documents/letter.TXT"), written(QStringLiteral("first"), QStringLiteral("a")));
-        crashed.keep(QStringLiteral("/documents/letter.TXT"), written(QStringLiteral("梅の花"), QStringLiteral("{\\rtf1 梅が咲きました}")));
+        crashed.keep(QStringLiteral("/documents/letter.TXT"), blankDocument(QStringLiteral("first"), {}, QStringLiteral("a")));
+        crashed.keep(QStringLiteral("/documents/letter.TXT"), blankDocument(QStringLiteral("梅の花"), {}, QStringLiteral("{\\rtf1 梅が咲きました}")));
         crashed.flush();
         QCOMPARE(crashed.leftBehind().has_value(), false);
 
@@ -45,10 +38,10 @@ private slots:
     void theNewestRunComesFirst()
     {
         RecoveryJournal older;
-        older.keep(QString(), written(QStringLiteral("older"), QStringLiteral("x")));
+        older.keep(QString(), blankDocument(QStringLiteral("older"), {}, QStringLiteral("x")));
         older.flush();
         RecoveryJournal newer;
-        newer.keep(QString(), written(QStringLiteral("newer"), QStringLiteral("y")));
+        newer.keep(QString(), blankDocument(QStringLiteral("newer"), {}, QStringLiteral("y")));
         newer.flush();
         QCOMPARE(leftBehindTitle(), QStringLiteral("newer"));
         QCOMPARE(RecoveryJournal().leftBehind()->origin, QString());   // a new document has no file
@@ -60,7 +53,7 @@ private slots:
     {
         {
             RecoveryJournal crashed;
-            crashed.keep(QStringLiteral("/documents/a.TXT"), written(QStringLiteral("again"), QStringLiteral("x")));
+            crashed.keep(QStringLiteral("/documents/a.TXT"), blankDocument(QStringLiteral("again"), {}, QStringLiteral("x")));
         }
         RecoveryJournal reopening;
         reopening.adopt(reopening.leftBehind()->run);

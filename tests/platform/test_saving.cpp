@@ -2,6 +2,7 @@
 #include "documents/Database.h"
 #include "platform/CheckedSaveFile.h"
 #include "platform/IniFile.h"
+#include "support/DocumentRecords.h"
 #include "support/FileBytes.h"
 #include "support/FileSizeLimit.h"
 
@@ -20,11 +21,8 @@ namespace {
 
 QString saveDocument(const QString &title, const QDateTime &time)
 {
-    DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-    record.DocumentTitle = title;
-    record.Timestamp = time;
     const QString path = Database::NewFileName(time);
-    return Database::SaveDocument(path, record, Database::Sequential) ? path : QString();
+    return Database::SaveDocument(path, blankDocument(title, time), Database::Sequential) ? path : QString();
 }
 
 // A child process starts saving over the document and is killed before the
@@ -116,11 +114,8 @@ private slots:
         QTest::addColumn<Writer>("writer");
         QTest::addColumn<int>("size");
         const Writer document = [](const QString &path, const QByteArray &content) {
-            DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-            record.DocumentTitle = QStringLiteral("満杯");
-            record.Timestamp = QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5));
-            record.Pages[0].Items[0].Text = QString::fromLatin1(content);
-            Database::SaveDocument(path, record, Database::Sequential);
+            Database::SaveDocument(path, blankDocument(QStringLiteral("満杯"), QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5)),
+                                                       QString::fromLatin1(content)), Database::Sequential);
             return fileBytes(path).contains(content);
         };
         const Writer settings = [](const QString &path, const QByteArray &content) {

@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QString>
 
+#include <algorithm>
+
 // Reads a printed PDF back with poppler's tools: its words with their boxes
 // (pdftotext -bbox) and its summary (pdfinfo).
 namespace PdfReadBack {
@@ -35,6 +37,30 @@ inline QList<Word> words(const QString &pdf, int page = 1)
         const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
         const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
         found.append({ m.captured(5).normalized(QString::NormalizationForm_KC), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
+    }
+    return found;
+}
+
+// The boxes of every word that reads exactly as the text, top to bottom.
+inline QList<QRectF> boxesOf(const QList<Word> &words, const QString &text)
+{
+    QList<QRectF> boxes;
+    for (const Word &word : words) {
+        if (word.text == text)
+            boxes.append(word.box);
+    }
+    std::sort(boxes.begin(), boxes.end(), [](const QRectF &a, const QRectF &b) { return a.top() < b.top(); });
+    return boxes;
+}
+
+// The box around every word that is part of the text (a line may be read as
+// several words); null when there is none.
+inline QRectF boxAround(const QList<Word> &words, const QString &text)
+{
+    QRectF found;
+    for (const Word &word : words) {
+        if (text.contains(word.text))
+            found = found.isNull() ? word.box : found.united(word.box);
     }
     return found;
 }

@@ -15,19 +15,7 @@
 
 namespace {
 
-using Word = PdfReadBack::Word;
-
-// The boxes of every word that reads as the text, top to bottom.
-QList<QRectF> boxesOf(const QList<Word> &words, const QString &text)
-{
-    QList<QRectF> boxes;
-    for (const Word &word : words) {
-        if (word.text == text)
-            boxes.append(word.box);
-    }
-    std::sort(boxes.begin(), boxes.end(), [](const QRectF &a, const QRectF &b) { return a.top() < b.top(); });
-    return boxes;
-}
+using namespace PdfReadBack;
 
 QRectF boxOf(const QList<Word> &words, const QString &text)
 {
