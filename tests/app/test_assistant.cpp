@@ -4,6 +4,7 @@
 #include "platform/agent/AgentControl.h"
 #include "platform/agent/Voice.h"
 #include "platform/vb/VbRandom.h"
+#include "support/CaseTable.h"
 #include "support/FileBytes.h"
 
 #include <QDir>
@@ -159,47 +160,18 @@ private slots:
         QCOMPARE(places.size(), 3); // each command has a place of its own
     }
 
-    void speechRewriting_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("spoken");
-        QTest::newRow("hiragana then kanji") << "あいう漢字" << P + "あいう" + P + "漢字";
-        QTest::newRow("punctuation keeps the pause after it") << "あ。い" << P + "あ。" + P + P + "い";
-        QTest::newRow("leading punctuation") << "「あ」" << "「" + P + P + "あ」" + P;
-        QTest::newRow("repeated punctuation") << "、、" << "、" + P + "、";
-        QTest::newRow("katakana and the long mark") << "カーテンを" << P + "カーテン" + P + "を";
-        QTest::newRow("latin and digits") << "ABC123です" << P + "ABC123" + P + "です";
-        QTest::newRow("full-width letters are latin") << "Ａ１b" << P + "Ａ１b";
-        QTest::newRow("half-width katakana are latin") << "ｱｲ!" << P + "ｱｲ!";
-        QTest::newRow("line breaks become blanks") << "あ\r\nい\tう" << P + "あ" + P + "  " + P + "い" + P + " " + P + "う";
-        QTest::newRow("unclassed marks keep the class") << "あ～い※" << P + "あ～い※";
-        QTest::newRow("extension kanji keep the class") << "漢纊字" << P + "漢纊字";
-        QTest::newRow("unmappable counts as latin") << "あ😀" << P + "あ" + P + "😀";
-    }
+    // Every case in tests/data/assistant: the text the Japanese voice is
+    // given for a text, and whether a voice is a Japanese one.
+    void speechAndVoices_data() { addCaseRows(QStringLiteral("assistant"), 19); }
 
-    void speechRewriting()
+    void speechAndVoices()
     {
-        QFETCH(QString, text);
-        QTEST(Assistant::speechText(text), "spoken");
-    }
-
-    void japaneseVoicePattern_data()
-    {
-        QTest::addColumn<QString>("id");
-        QTest::addColumn<bool>("japanese");
-        QTest::newRow("first") << "{A778E061-A936-11D1-B17B-0020AFED142E}" << true;
-        QTest::newRow("second") << "{A778E060-A936-11D1-B17B-0020AFED142E}" << true;
-        QTest::newRow("lower case") << "{a778e060-a936-11d1-b17b-0020afed142e}" << true;
-        QTest::newRow("any eighth character") << "{A778E06F-A936-11D1-B17B-0020AFED142E}" << true;
-        QTest::newRow("no braces") << "A778E060-A936-11D1-B17B-0020AFED142E" << false;
-        QTest::newRow("another voice") << "{CA141FD0-AC7F-11D1-97A3-006008273000}" << false;
-        QTest::newRow("none") << "" << false;
-    }
-
-    void japaneseVoicePattern()
-    {
-        QFETCH(QString, id);
-        QTEST(Assistant::isJapaneseVoice(id), "japanese");
+        QFETCH(QString, asked);
+        const QString argument = asked.section(u'|', 1);
+        if (asked.startsWith(u"speech|"))
+            QTEST(Assistant::speechText(argument), "answer");
+        else
+            QTEST(QString::fromLatin1(Assistant::isJapaneseVoice(argument) ? "True" : "False"), "answer");
     }
 
     void otherTextIsRewrittenOnlyForTheJapaneseVoice_data()

@@ -2,6 +2,7 @@
 #include "app/Globals.h"
 #include "app/SettingsStore.h"
 #include "platform/vb/VbError.h"
+#include "support/CaseTable.h"
 #include "support/FileBytes.h"
 
 #include <QCoreApplication>
@@ -61,43 +62,21 @@ private slots:
         QVERIFY2(text.contains("[Database Settings]\nPrevious=False\nRecent=\nMore Than=0\n"), text);
     }
 
-    void storedTextIsRead_data()
-    {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<int>("error");
-        QTest::addColumn<QString>("switches");
-        QTest::addColumn<qint32>("wallpaperType");
-        QTest::addColumn<QString>("wallpaperFile");
-        QTest::newRow("empty file") << QByteArray() << 0 << "TTFTT" << 0 << "WELCOME.BMP";
-        QTest::newRow("Music False") << QByteArray("[Skin Settings]\nMusic=False\n") << 0 << "FTFTT" << 0 << "WELCOME.BMP";
-        QTest::newRow("letter case") << QByteArray("[skin settings]\nmusic=FALSE\nwallpaper type=4\n")
-                                     << 0 << "FTFTT" << 4 << "WELCOME.BMP";
-        QTest::newRow("numbers") << QByteArray("[Skin Settings]\nMusic=-1\nWallpaper Type=2.5\n") << 0 << "TTFTT" << 2
-                                 << "WELCOME.BMP";
-        // A word that is no boolean ends the loading: that key and every later one stay empty.
-        QTest::newRow("Music maybe") << QByteArray("[Skin Settings]\nMusic=maybe\nGraphic=True\nWallpaper File=SEA.BMP\n"
-                                                   "[Settings]\nShutdown=True\nHow-to=True\nSmart Pencil=True\n")
-                                     << 13 << "FFFFF" << 0 << "SEA.BMP";
-        QTest::newRow("Smart Pencil maybe") << QByteArray("[Settings]\nShutdown=True\nSmart Pencil=maybe\n")
-                                            << 13 << "TTTTF" << 0 << "WELCOME.BMP";
-    }
+    // Every case in tests/data/settings_store: a settings file and what loading it gives.
+    void storedTextIsRead_data() { addCaseRows(QStringLiteral("settings_store"), 6); }
 
     void storedTextIsRead()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(int, error);
-        writeSettingsFile(file);
+        QFETCH(QString, asked);
+        writeSettingsFile(asked.toUtf8());
         int raised = 0;
         try {
             SettingsStore::Load();
         } catch (const VbError &e) {
             raised = e.number();
         }
-        QCOMPARE(raised, error);
-        QCOMPARE(DatabaseSettings::loaded(), error == 0);
-        QTEST(switches(), "switches");
-        QTEST(Globals::WallpaperType, "wallpaperType");
-        QTEST(Globals::WallpaperFile, "wallpaperFile");
+        QCOMPARE(DatabaseSettings::loaded(), raised == 0);
+        QTEST(QStringLiteral("%1 %2 %3 %4").arg(raised).arg(switches()).arg(Globals::WallpaperType).arg(Globals::WallpaperFile), "answer");
     }
 
     void pathKeepsTheFirstRecordedFolder()

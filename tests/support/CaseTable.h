@@ -7,14 +7,17 @@
 
 // A table of cases in tests/data/<folder>/*.txt: every line that is neither
 // empty nor a "#" comment is what is asked, " => " and the exact answer (a
-// backslash and t or n stand for a tab or a line end). One data row per line,
+// backslash and t, r or n stand for a tab, a carriage return or a line feed). One data row per line,
 // named after its file and what is asked, in the columns "asked" and "answer".
 // Fewer than `atLeast` rows, or a line without its answer, fail.
 inline void addCaseRows(const QString &folder, int atLeast)
 {
     QTest::addColumn<QString>("asked");
     QTest::addColumn<QString>("answer");
-    const auto unescaped = [](QString text) { return text.replace(QStringLiteral("\\t"), QStringLiteral("\t")).replace(QStringLiteral("\\n"), QStringLiteral("\n")); };
+    const auto unescaped = [](QString text) {
+        return text.replace(QStringLiteral("\\t"), QStringLiteral("\t")).replace(QStringLiteral("\\r"), QStringLiteral("\r"))
+            .replace(QStringLiteral("\\n"), QStringLiteral("\n"));
+    };
     const QDir data(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/") + folder);
     int rows = 0;
     for (const QFileInfo &file : data.entryInfoList({QStringLiteral("*.txt")}, QDir::Files, QDir::Name)) {

@@ -9,6 +9,7 @@
 #include "platform/agent/Voice.h"
 #include "platform/agent/WaveAudio.h"
 #include "platform/vb/VbError.h"
+#include "support/CaseTable.h"
 #include "support/FileBytes.h"
 
 #include <QSignalSpy>
@@ -288,31 +289,18 @@ private slots:
         QVERIFY(synthesize(QStringLiteral("「」")).isEmpty());
     }
 
-    void pauseTagsSplitTheText()
+    // Every case in tests/data/agent: how the voice reads a text, the pieces
+    // its pause tags split it into, and what the balloon shows of it.
+    void speechText_data() { addCaseRows(QStringLiteral("agent"), 7); }
+
+    void speechText()
     {
-        // Each piece as "text/pause".
+        QFETCH(QString, asked);
+        const QString kind = asked.section(u'|', 0, 0), text = asked.section(u'|', 1);
         QStringList pieces;
-        for (const SpeechText::Piece &piece : SpeechText::split(QStringLiteral("\\Pau=1000\\あいう\\Pau=1000\\漢字。\\pau=250\\ ")))
+        for (const SpeechText::Piece &piece : SpeechText::split(text))
             pieces << piece.text + u'/' + QString::number(piece.pauseMs);
-        QCOMPARE(pieces, QStringList({"/1000", "あいう/0", "/1000", "漢字。/0", "/250"}));
-        QCOMPARE(SpeechText::displayText(QStringLiteral("\\Pau=1000\\あいう\\Pau=1000\\漢字")), QStringLiteral("あいう漢字"));
-        QCOMPARE(SpeechText::split(QStringLiteral("こんにちは")).size(), 1);
-    }
-
-    void clockTimesAreReadAsTimes_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("reading");
-        QTest::newRow("long date and time") << "2026年11月23日 11:16" << "2026年11月23日 11時16分";
-        QTest::newRow("leading zeros") << "09:05" << "9時5分";
-        QTest::newRow("on the hour") << "12:00" << "12時";
-        QTest::newRow("not times") << "比 3:2 と 123:45" << "比 3:2 と 123:45";
-    }
-
-    void clockTimesAreReadAsTimes()
-    {
-        QFETCH(QString, text);
-        QTEST(Voice::reading(text), "reading");
+        QTEST(kind == u"reading" ? Voice::reading(text) : kind == u"split" ? pieces.join(u", ") : SpeechText::displayText(text), "answer");
     }
 
     // Last: once a host gives a stage, it stays for the rest of the run.
