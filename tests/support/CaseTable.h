@@ -15,8 +15,8 @@ inline void addCaseRows(const QString &folder, int atLeast)
     QTest::addColumn<QString>("asked");
     QTest::addColumn<QString>("answer");
     const auto unescaped = [](QString text) {
-        return text.replace(QStringLiteral("\\t"), QStringLiteral("\t")).replace(QStringLiteral("\\r"), QStringLiteral("\r"))
-            .replace(QStringLiteral("\\n"), QStringLiteral("\n"));
+        text.replace(QStringLiteral("\\t"), QStringLiteral("\t")).replace(QStringLiteral("\\r"), QStringLiteral("\r"));
+        return text.replace(QStringLiteral("\\n"), QStringLiteral("\n"));
     };
     const QDir data(QStringLiteral(LANTERN_SOURCE_DIR "/tests/data/") + folder);
     int rows = 0;

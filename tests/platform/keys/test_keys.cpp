@@ -85,11 +85,13 @@ private slots:
         QStringList strokes;
         for (const KeyStroke &stroke : KeyNotation::parse(asked)) {
             const char *key = QMetaEnum::fromType<Qt::Key>().valueToKey(stroke.key);
+            const QByteArray modifiers = QMetaEnum::fromType<Qt::KeyboardModifiers>().valueToKeys(stroke.modifiers);
             strokes << QStringLiteral("%1 %2 %3 %4 %5")
-                           .arg(key ? QString::fromLatin1(key) : QStringLiteral("U+%1").arg(stroke.key, 4, 16, QLatin1Char('0')).toUpper(),
-                                QString::number(stroke.keysym, 16), QString::number(stroke.keycode),
-                                QString::fromLatin1(QMetaEnum::fromType<Qt::KeyboardModifiers>().valueToKeys(stroke.modifiers)),
-                                QString::number(stroke.nativeModifiers()));
+                           .arg(key ? QString::fromLatin1(key) : u"U+"_qs + QString::number(stroke.key, 16).toUpper())
+                           .arg(stroke.keysym, 0, 16)
+                           .arg(stroke.keycode)
+                           .arg(QString::fromLatin1(modifiers))
+                           .arg(stroke.nativeModifiers());
         }
         QTEST(strokes.join(QStringLiteral(", ")), "answer");
     }

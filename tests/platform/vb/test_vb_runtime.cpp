@@ -11,6 +11,8 @@
 
 #include <QtTest>
 
+#include <functional>
+
 // The runtime functions that the settings, the dates, the input pad, the
 // wallpaper, the clock and the calculator rely on, as a Japanese system gives them.
 class TestVbRuntime : public QObject
@@ -19,60 +21,43 @@ class TestVbRuntime : public QObject
 
     static int seventhDigits(float value) { return qRound(value * 1e7); }
 
-    // One call: the function's name, then its arguments.
+    // What each function gives for its arguments.
     static QString call(const QStringList &words)
     {
-        const QString &name = words.value(0), a = words.value(1), b = words.value(2);
+        using Function = std::function<QString(const QString &, const QString &)>;
         const auto at = [](const QString &text) { return QDateTime::fromString(text, u"yyyy-MM-dd HH:mm:ss"_qs); };
-        if (name == u"Boolean")
-            return VbConvert::fromBoolean(VbConvert::toBoolean(a));
-        if (name == u"On/Off")
-            return VbFormat::boolean(VbConvert::toBoolean(a), "On/Off");
-        if (name == u"Long")
-            return QString::number(VbConvert::toLong(a));
-        if (name == u"Integer")
-            return QString::number(VbConvert::toInteger(a));
-        if (name == u"proper")
-            return VbStrConv::properCase(a);
-        if (name == u"wide")
-            return VbStrConv::wide(a);
-        if (name == u"narrow")
-            return VbStrConv::narrow(a);
-        if (name == u"katakana")
-            return VbStrConv::katakana(a);
-        if (name == u"hiragana")
-            return VbStrConv::hiragana(a);
-        if (name == u"romaji")
-            return VbStrConv::narrow(VbStrConv::katakana(a));
-        if (name == u"Like")
-            return VbLike::match(a, b) ? u"True"_qs : u"False"_qs;
-        if (name == u"DateFormat")
-            return VbDateFormat::format(at(a), b);
-        if (name == u"Format")
-            return VbFormat::dateTime(at(a), b);
-        if (name == u"DatePart")
-            return QString::number(VbDatePart::datePart(a, QDate::fromString(b, Qt::ISODate)));
-        if (name == u"whole")
-            return Decimal(a.toLongLong()).toString();
-        const Decimal x = Decimal::fromText(a);
-        if (name == u"parse")
-            return x.toString();
-        if (name == u"display")
-            return x.toDisplayText();
-        if (name == u"currency")
-            return x.toCurrency().toString();
-        const Decimal y = Decimal::fromText(b);
-        if (name == u"compare")
-            return x < y ? u"<"_qs : x == y ? u"="_qs : u">"_qs;
-        if (name == u"add")
-            return (x + y).toString();
-        if (name == u"sub")
-            return (x - y).toString();
-        if (name == u"mul")
-            return (x * y).toString();
-        if (name == u"div")
-            return (x / y).toString();
-        return u"unknown function"_qs;
+        const auto number = [](const QString &text) { return Decimal::fromText(text); };
+        const QHash<QString, Function> functions{
+            {u"Boolean"_qs, [](auto a, auto) { return VbConvert::fromBoolean(VbConvert::toBoolean(a)); }},
+            {u"On/Off"_qs, [](auto a, auto) { return VbFormat::boolean(VbConvert::toBoolean(a), "On/Off"); }},
+            {u"Long"_qs, [](auto a, auto) { return QString::number(VbConvert::toLong(a)); }},
+            {u"Integer"_qs, [](auto a, auto) { return QString::number(VbConvert::toInteger(a)); }},
+            {u"proper"_qs, [](auto a, auto) { return VbStrConv::properCase(a); }},
+            {u"wide"_qs, [](auto a, auto) { return VbStrConv::wide(a); }},
+            {u"narrow"_qs, [](auto a, auto) { return VbStrConv::narrow(a); }},
+            {u"katakana"_qs, [](auto a, auto) { return VbStrConv::katakana(a); }},
+            {u"hiragana"_qs, [](auto a, auto) { return VbStrConv::hiragana(a); }},
+            {u"romaji"_qs, [](auto a, auto) { return VbStrConv::narrow(VbStrConv::katakana(a)); }},
+            {u"Like"_qs, [](auto a, auto b) { return VbLike::match(a, b) ? u"True"_qs : u"False"_qs; }},
+            {u"DateFormat"_qs, [at](auto a, auto b) { return VbDateFormat::format(at(a), b); }},
+            {u"Format"_qs, [at](auto a, auto b) { return VbFormat::dateTime(at(a), b); }},
+            {u"DatePart"_qs, [](auto a, auto b) {
+                 return QString::number(VbDatePart::datePart(a, QDate::fromString(b, Qt::ISODate)));
+             }},
+            {u"whole"_qs, [](auto a, auto) { return Decimal(a.toLongLong()).toString(); }},
+            {u"parse"_qs, [number](auto a, auto) { return number(a).toString(); }},
+            {u"display"_qs, [number](auto a, auto) { return number(a).toDisplayText(); }},
+            {u"currency"_qs, [number](auto a, auto) { return number(a).toCurrency().toString(); }},
+            {u"add"_qs, [number](auto a, auto b) { return (number(a) + number(b)).toString(); }},
+            {u"sub"_qs, [number](auto a, auto b) { return (number(a) - number(b)).toString(); }},
+            {u"mul"_qs, [number](auto a, auto b) { return (number(a) * number(b)).toString(); }},
+            {u"div"_qs, [number](auto a, auto b) { return (number(a) / number(b)).toString(); }},
+            {u"compare"_qs, [number](auto a, auto b) {
+                 return number(a) < number(b) ? u"<"_qs : number(a) == number(b) ? u"="_qs : u">"_qs;
+             }},
+        };
+        const Function function = functions.value(words.value(0));
+        return function ? function(words.value(1), words.value(2)) : u"unknown function"_qs;
     }
 
 private slots:
