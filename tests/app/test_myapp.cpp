@@ -9,48 +9,31 @@ class MyAppTest : public QObject
     Q_OBJECT
 
 private slots:
-    void commandLineIsComparedExactly_data()
-    {
-        QTest::addColumn<QList<QByteArray>>("arguments");
-        QTest::addColumn<int>("job");
-        // "/?", "/C", "/CLR" and no argument are started for real at start-up.
-        const int clear = int(MyApp::Job::ClearSettings), start = int(MyApp::Job::Start);
-        QTest::newRow("/CLR") << QList<QByteArray>{"/CLR"} << clear;
-        QTest::newRow("/CL") << QList<QByteArray>{"/CL"} << start;
-        QTest::newRow("trailing blank") << QList<QByteArray>{"/CLR "} << start;
-        QTest::newRow("/? twice") << QList<QByteArray>{"/?", "/?"} << start;
-    }
-
     void commandLineIsComparedExactly()
     {
-        QFETCH(QList<QByteArray>, arguments);
-        arguments.prepend("lantern");
-        QList<char *> argv;
-        for (QByteArray &argument : arguments)
-            argv.append(argument.data());
-        QTEST(int(MyApp::jobFor(MyApp::commandLine(argv.size(), argv.data()))), "job");
+        // "/?", "/C", "/CLR" and no argument are started for real at start-up.
+        using enum MyApp::Job;
+        const QList<std::pair<QList<QByteArray>, MyApp::Job>> cases{
+            {{"/CLR"}, ClearSettings}, {{"/CL"}, Start}, {{"/CLR "}, Start}, {{"/?", "/?"}, Start}};
+        for (auto [arguments, job] : cases) {
+            QList<char *> argv{const_cast<char *>("lantern")};
+            for (QByteArray &argument : arguments)
+                argv.append(argument.data());
+            QVERIFY2(MyApp::jobFor(MyApp::commandLine(argv.size(), argv.data())) == job, arguments.join(' ').constData());
+        }
     }
 
-    void windowsFolderAndDrive_data()
-    {
-        QTest::addColumn<QByteArray>("windir");
-        QTest::addColumn<QString>("drive");
-        QTest::newRow("set") << QByteArray("C:\\WINDOWS") << QStringLiteral("C:");
-        QTest::newRow("unset") << QByteArray() << QStringLiteral("  ");
-        QTest::newRow("one character") << QByteArray("D") << QStringLiteral("D ");
-    }
-
+    // The Windows folder, and its drive: its first two characters, padded with blanks.
     void windowsFolderAndDrive()
     {
-        QFETCH(QByteArray, windir);
-        if (windir.isNull())
+        const std::pair<QByteArray, const char *> cases[] = {{"C:\\WINDOWS", "C:"}, {{}, "  "}, {"D", "D "}};
+        for (const auto &[windir, drive] : cases) {
+            windir.isNull() ? qunsetenv("WINDIR") : qputenv("WINDIR", windir);
+            MyApp::readWindowsFolder();
             qunsetenv("WINDIR");
-        else
-            qputenv("WINDIR", windir);
-        MyApp::readWindowsFolder();
-        qunsetenv("WINDIR");
-        QCOMPARE(Globals::WinDir, QString::fromLocal8Bit(windir));
-        QTEST(Globals::WinDrive, "drive");
+            QCOMPARE(Globals::WinDir, QString::fromLocal8Bit(windir));
+            QCOMPARE(Globals::WinDrive, QString::fromLatin1(drive));
+        }
     }
 };
 

@@ -1,5 +1,6 @@
 #include "platform/PrinterList.h"
 #include "platform/SystemTools.h"
+#include "support/CaseTable.h"
 #include "support/FileBytes.h"
 
 #include <QFile>
@@ -49,32 +50,17 @@ private slots:
         QVERIFY(PrinterList::currentPrinterInfo().isNull());
     }
 
-    // The system menu's tools: the first installed command of an entry starts,
-    // a missing tool is passed over, and an entry with none starts nothing.
-    void firstInstalledCommandStarts_data()
-    {
-        QTest::addColumn<int>("entry");
-        QTest::addColumn<QStringList>("installed");
-        QTest::addColumn<QString>("started"); // "program arguments", empty for nothing
-        const QStringList desktop{QStringLiteral("gnome-control-center")};
-        QTest::newRow("volume, desktop's sound page") << 0 << desktop << "gnome-control-center sound";
-        QTest::newRow("volume, mixer first") << 0 << (desktop + QStringList{QStringLiteral("pavucontrol")}) << "pavucontrol ";
-        QTest::newRow("display") << 1 << desktop << "gnome-control-center display";
-        QTest::newRow("printers") << 3 << desktop << "gnome-control-center printers";
-        QTest::newRow("fonts") << 5 << desktop << "gnome-control-center fonts";
-        QTest::newRow("date and time") << 7 << desktop << "gnome-control-center datetime";
-        QTest::newRow("internet") << 9 << desktop << "gnome-control-center network";
-        QTest::newRow("separator") << 2 << desktop << "";
-        QTest::newRow("past the last entry") << 10 << desktop << "";
-        for (const int entry : {0, 1, 3, 5, 7, 9})
-            QTest::addRow("%d, nothing installed", entry) << entry << QStringList() << "";
-    }
+    // Every case in tests/data/system_menu: an entry, the tools installed and
+    // the command that starts.
+    void firstInstalledCommandStarts_data() { addCaseRows(QStringLiteral("system_menu"), 15); }
 
     void firstInstalledCommandStarts()
     {
-        QFETCH(int, entry);
-        QFETCH(QStringList, installed);
-        QFETCH(QString, started);
+        QFETCH(QString, asked);
+        QFETCH(QString, answer);
+        const int entry = asked.section(u'|', 0, 0).toInt();
+        const QStringList installed = asked.section(u'|', 1).split(u' ', Qt::SkipEmptyParts);
+        const QString started = answer.trimmed();
         // Stand-in tools that write their name and arguments into a file.
         QTemporaryDir bin;
         const QString ran = bin.filePath(QStringLiteral("ran"));
@@ -92,7 +78,7 @@ private slots:
             return;
         QCOMPARE(SystemTools::lastStarted(), started.section(u' ', 0, 0));
         QTRY_VERIFY(!fileBytes(ran).isEmpty());
-        QCOMPARE(QString::fromLocal8Bit(fileBytes(ran)).trimmed(), started.trimmed());
+        QCOMPARE(QString::fromLocal8Bit(fileBytes(ran)).trimmed(), started);
     }
 };
 
