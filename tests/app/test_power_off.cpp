@@ -1,12 +1,11 @@
 #include "app/PowerOff.h"
 #include "app/Shortcut.h"
 #include "platform/RecordingPowerControl.h"
+#include "support/CaseTable.h"
 #include "support/FileBytes.h"
 
 #include <QFile>
 #include <QTest>
-
-Q_DECLARE_METATYPE(PowerOff::Version)
 
 // The quit routine: the start-up link follows the option at every quit, and
 // with the option on the computer is powered off as the version table says.
@@ -23,36 +22,22 @@ class PowerOffTest : public QObject
 private slots:
     void init() { QFile::remove(autostartEntry()); }
 
-    void optionOnLinksAndActsByVersion_data()
-    {
-        using F = PowerOff::Family;
-        using A = PowerOff::Action;
-        QTest::addColumn<PowerOff::Version>("version");
-        QTest::addColumn<int>("action");
-        QTest::addColumn<QStringList>("requests");
-        const QStringList none, off{"powerOff"}, logOff{"logOff"}, forced{"powerOffForcedAfter 10"};
-        QTest::newRow("consumer 4.90") << PowerOff::Version{F::Consumer, 4, 90} << int(A::ShutDown) << off;
-        QTest::newRow("consumer 4.10") << PowerOff::Version{F::Consumer, 4, 10} << int(A::None) << none;
-        QTest::newRow("NT 4.0") << PowerOff::Version{F::NT, 4, 0} << int(A::None) << none;
-        QTest::newRow("NT 5.0") << PowerOff::Version{F::NT, 5, 0} << int(A::LogOff) << logOff;
-        QTest::newRow("NT 5.1") << PowerOff::Version{F::NT, 5, 1} << int(A::DelayedForcedShutdown) << forced;
-        QTest::newRow("NT 5.2") << PowerOff::Version{F::NT, 5, 2} << int(A::DelayedForcedShutdown) << forced;
-        QTest::newRow("NT 5.3") << PowerOff::Version{F::NT, 5, 3} << int(A::None) << none;
-        QTest::newRow("NT 5.10") << PowerOff::Version{F::NT, 5, 10} << int(A::None) << none;
-        QTest::newRow("NT 6.0") << PowerOff::Version{F::NT, 6, 0} << int(A::ImmediatePowerOff) << off;
-        QTest::newRow("NT 6.1") << PowerOff::Version{F::NT, 6, 1} << int(A::ImmediatePowerOff) << off;
-        QTest::newRow("NT 7.0") << PowerOff::Version{F::NT, 7, 0} << int(A::LogOff) << logOff;
-        QTest::newRow("NT 10.0") << PowerOff::Version{F::NT, 10, 0} << int(A::LogOff) << logOff;
-    }
+    // Every case in tests/data/power_off: a version, its action and the
+    // requests made; the start-up link is made whatever the version.
+    void optionOnLinksAndActsByVersion_data() { addCaseRows(QStringLiteral("power_off"), 12); }
 
     void optionOnLinksAndActsByVersion()
     {
-        QFETCH(PowerOff::Version, version);
-        QTEST(int(PowerOff::actionFor(version)), "action");
+        QFETCH(QString, asked);
+        using A = PowerOff::Action;
+        const QMap<A, QString> actions{{A::None, "None"}, {A::ShutDown, "ShutDown"}, {A::LogOff, "LogOff"},
+                                       {A::DelayedForcedShutdown, "DelayedForcedShutdown"}, {A::ImmediatePowerOff, "ImmediatePowerOff"}};
+        const PowerOff::Version version{asked.startsWith(u"NT") ? PowerOff::Family::NT : PowerOff::Family::Consumer,
+                                        asked.section(u' ', 1).section(u'.', 0, 0).toInt(), asked.section(u'.', 1).toInt()};
         RecordingPowerControl control;
         const bool on = true;
         PowerOff::QuitRoutine(on, control, version);
-        QTEST(control.requests(), "requests");
+        QTEST((QStringList{actions.value(PowerOff::actionFor(version))} + control.requests()).join(u", "), "answer");
 
         const QByteArray text = fileBytes(autostartEntry());
         QVERIFY(text.startsWith("[Desktop Entry]\nType=Application\nName=Fernwick Nib 2007\n"));
