@@ -19,7 +19,8 @@ private slots:
             QList<char *> argv{const_cast<char *>("lantern")};
             for (QByteArray &argument : arguments)
                 argv.append(argument.data());
-            QVERIFY2(MyApp::jobFor(MyApp::commandLine(argv.size(), argv.data())) == job, arguments.join(' ').constData());
+            const MyApp::Job asked = MyApp::jobFor(MyApp::commandLine(argv.size(), argv.data()));
+            QVERIFY2(asked == job, arguments.join(' ').constData());
         }
     }
 

@@ -76,7 +76,8 @@ private slots:
             raised = e.number();
         }
         QCOMPARE(DatabaseSettings::loaded(), raised == 0);
-        QTEST(QStringLiteral("%1 %2 %3 %4").arg(raised).arg(switches()).arg(Globals::WallpaperType).arg(Globals::WallpaperFile), "answer");
+        QTEST(QStringLiteral("%1 %2 %3 %4").arg(raised).arg(switches()).arg(Globals::WallpaperType).arg(Globals::WallpaperFile),
+              "answer");
     }
 
     void pathKeepsTheFirstRecordedFolder()

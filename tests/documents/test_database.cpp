@@ -117,7 +117,8 @@ private slots:
         for (auto it = from.begin(); it != from.end(); ++it)
             fields[it.key()] = it.value();
         const QString path = folder() + "/20090401093015.TXT";
-        QVERIFY(Database::SaveDocument(path, blankDocument(fields["title"].toString(), timeOf(fields["time"]), fields["text"].toString()), 2));
+        const DocumentRecord record = blankDocument(fields["title"].toString(), timeOf(fields["time"]), fields["text"].toString());
+        QVERIFY(Database::SaveDocument(path, record, 2));
         QCOMPARE(fileBytes(path), fileBytes(file));
     }
 

@@ -21,6 +21,8 @@
 
 namespace {
 
+using Host = WordProcessorHost;
+
 // Whether no character of the box is coloured, marked or underlined.
 bool allPlain(QTextDocument *document)
 {
@@ -267,7 +269,7 @@ private slots:
     {
         if (m_applet->logicalDpiX() != 96 || m_applet->logicalDpiY() != 96)
             QSKIP("the pixel figures below are for a 96 dpi screen");
-        open(WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2.54f, 5.08f, 10, 5), WordProcessorHost::box(7, 1, 1, 1, 1)}));
+        open(Host::withBoxes({Host::box(DocumentItem::Grid, 2.54f, 5.08f, 10, 5), Host::box(7, 1, 1, 1, 1)}));
         // 1.5 cm = 56.7 px, 2.0 cm = 75.6 px, 18.0 cm = 680.3 px, 25.7 cm = 971.3 px.
         QCOMPARE(firstBox()->geometry(), QRect(57, 76, 680, 971));
         QCOMPARE(m_applet->SpreadSheets(2)->geometry(), QRect(96, 192, 378, 189));
@@ -312,7 +314,7 @@ private slots:
     // active, do nothing and answer nothing.
     void onlyKnownNamesOnARichTextBoxDoAnything()
     {
-        WordProcessor *box = typeInto(QStringLiteral("same"), WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::Grid, 2, 3, 10, 5)}));
+        WordProcessor *box = typeInto(QStringLiteral("same"), Host::withBoxes({Host::box(DocumentItem::Grid, 2, 3, 10, 5)}));
         const QString source = firstText();
         m_allPropertiesEvents = 0;
         for (const QString &name : {QStringLiteral("Colour"), QStringLiteral("zoom"), QStringLiteral("FontSize"), QString()}) {

@@ -128,7 +128,8 @@ private slots:
     // lies below it, 4 to 14 cm across from 12 cm down.
     void eachBoxKeepsItsRectangleAndOnlyOverflowGoesOnToTheNextSheet()
     {
-        DocumentRecord record = WordProcessorHost::withBoxes({WordProcessorHost::box(DocumentItem::RichText, 4, 12, 10, 5)});
+        DocumentRecord record = WordProcessorHost::withBoxes(
+            {WordProcessorHost::box(DocumentItem::RichText, 4, 12, 10, 5)});
         record.page(1).item(1).Height = 10.0f;
         m_fixture->open(record);
         QStringList lines;

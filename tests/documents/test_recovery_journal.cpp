@@ -23,14 +23,15 @@ private slots:
     void theNextRunFindsTheNewestText()
     {
         RecoveryJournal crashed;
-        crashed.keep(QStringLiteral("/documents/letter.TXT"), blankDocument(QStringLiteral("first"), {}, QStringLiteral("a")));
-        crashed.keep(QStringLiteral("/documents/letter.TXT"), blankDocument(QStringLiteral("梅の花"), {}, QStringLiteral("{\\rtf1 梅が咲きました}")));
+        const QString letter = QStringLiteral("/documents/letter.TXT");
+        crashed.keep(letter, blankDocument(QStringLiteral("first"), {}, QStringLiteral("a")));
+        crashed.keep(letter, blankDocument(QStringLiteral("梅の花"), {}, QStringLiteral("{\\rtf1 梅が咲きました}")));
         crashed.flush();
         QCOMPARE(crashed.leftBehind().has_value(), false);
 
         const std::optional<RecoveryJournal::Entry> found = RecoveryJournal().leftBehind();
         QVERIFY(found);
-        QCOMPARE(found->origin, QStringLiteral("/documents/letter.TXT"));
+        QCOMPARE(found->origin, letter);
         QCOMPARE(found->record.DocumentTitle, QStringLiteral("梅の花"));
         QCOMPARE(found->record.page(1).item(1).Text, QStringLiteral("{\\rtf1 梅が咲きました}"));
     }
@@ -53,7 +54,8 @@ private slots:
     {
         {
             RecoveryJournal crashed;
-            crashed.keep(QStringLiteral("/documents/a.TXT"), blankDocument(QStringLiteral("again"), {}, QStringLiteral("x")));
+            crashed.keep(QStringLiteral("/documents/a.TXT"),
+                         blankDocument(QStringLiteral("again"), {}, QStringLiteral("x")));
         }
         RecoveryJournal reopening;
         reopening.adopt(reopening.leftBehind()->run);

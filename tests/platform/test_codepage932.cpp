@@ -20,7 +20,8 @@ private slots:
         for (char16_t code = 0; code < 0x80; ++code) {
             const QString hex = QString::number(code, 16).rightJustified(2, u'0');
             QTest::addRow("0x%s", qPrintable(hex)) << QString(QChar(code)) << hex;
-            QTest::addRow("0x%s before kana", qPrintable(hex)) << QString(QChar(code)) + u'あ' << hex + QStringLiteral("82a0");
+            QTest::addRow("0x%s before kana", qPrintable(hex))
+                << QString(QChar(code)) + u'あ' << hex + QStringLiteral("82a0");
         }
     }
 

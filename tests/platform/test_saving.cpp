@@ -114,8 +114,9 @@ private slots:
         QTest::addColumn<Writer>("writer");
         QTest::addColumn<int>("size");
         const Writer document = [](const QString &path, const QByteArray &content) {
-            Database::SaveDocument(path, blankDocument(QStringLiteral("満杯"), QDateTime(QDate(2024, 1, 2), QTime(3, 4, 5)),
-                                                       QString::fromLatin1(content)), Database::Sequential);
+            const QDateTime time(QDate(2024, 1, 2), QTime(3, 4, 5));
+            Database::SaveDocument(path, blankDocument(QStringLiteral("満杯"), time, QString::fromLatin1(content)),
+                                   Database::Sequential);
             return fileBytes(path).contains(content);
         };
         const Writer settings = [](const QString &path, const QByteArray &content) {

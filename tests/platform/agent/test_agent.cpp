@@ -300,7 +300,10 @@ private slots:
         QStringList pieces;
         for (const SpeechText::Piece &piece : SpeechText::split(text))
             pieces << piece.text + u'/' + QString::number(piece.pauseMs);
-        QTEST(kind == u"reading" ? Voice::reading(text) : kind == u"split" ? pieces.join(u", ") : SpeechText::displayText(text), "answer");
+        QTEST(kind == u"reading"   ? Voice::reading(text)
+              : kind == u"split" ? pieces.join(u", ")
+                                 : SpeechText::displayText(text),
+              "answer");
     }
 
     // Last: once a host gives a stage, it stays for the rest of the run.
