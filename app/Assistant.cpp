@@ -26,7 +26,9 @@ constexpr int Japanese = 1041;
 const QString Pause = QStringLiteral("\\Pau=1000\\");
 
 // The kinds of script that the voice reads apart, by code page 932 code.
+// clang-format off
 enum ScriptClass { NoClass = 0, Latin = 1, Hiragana = 2, Katakana = 3, Punctuation = 4, Kanji = 5 };
+// clang-format on
 
 int scriptClass(unsigned code, int previous)
 {
@@ -169,7 +171,7 @@ void Assistant::tellDateAndTime(AgentCharacter &c)
 {
     const QDateTime now = QDateTime::currentDateTime();
     const QString text = VbFormat::dateTime(now, QStringLiteral("Long Date")) + u' '
-                         + VbFormat::dateTime(now, QStringLiteral("Short Time"));
+        + VbFormat::dateTime(now, QStringLiteral("Short Time"));
     step("Character: date", [&] { c.Get(QStringLiteral("State"), QStringLiteral("Speaking")); });
     step("Character: date", [&] { c.Speak(text); });
 }

@@ -10,7 +10,9 @@ namespace {
 // are placed by that control whenever it is resized; scaling them again would
 // count the factor twice. The page of a scroll area is the one exception:
 // unless the area sizes it, its size is the page's own.
-enum class Placement { Free, SizeOnly, ByOwner };
+enum class Placement { Free,
+                       SizeOnly,
+                       ByOwner };
 
 Placement placementOf(const QWidget *widget)
 {
@@ -43,7 +45,7 @@ void scaleOne(QWidget *widget, double factor, bool isRoot)
     // A control placed by a layout follows its layout; only free controls
     // (and the object itself) are moved and sized here.
     const bool managedByLayout = widget->parentWidget() && widget->parentWidget()->layout()
-                                 && widget->parentWidget()->layout()->indexOf(widget) >= 0;
+        && widget->parentWidget()->layout()->indexOf(widget) >= 0;
     const Placement placement = isRoot ? Placement::Free : placementOf(widget);
     if (placement == Placement::SizeOnly) {
         widget->resize(qRound(widget->width() * factor), qRound(widget->height() * factor));

@@ -127,7 +127,8 @@ void FontAdapter::adapt(QWidget *object)
     // rules are for points of that design, and act on the designed size.
     const bool inPixels = font.pixelSize() > 0;
     const QVariant kept = object->property(DesignPixelSize);
-    const double designPixels = !inPixels ? 0.0 : kept.isValid() ? kept.toDouble() : font.pixelSize();
+    const double designPixels = !inPixels ? 0.0 : kept.isValid() ? kept.toDouble()
+                                                                 : font.pixelSize();
     const InterfaceFont before{font.family(), inPixels ? designPixels * 72.0 / 96.0 : font.pointSizeF(),
                                object->property("Charset").toInt()};
     InterfaceFont value = before;

@@ -233,10 +233,12 @@ int MyApp::Main(int argc, char **argv)
     QObject::connect(workspace, &Workspace::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
     eventLoopRunning = true;
     if (terminationPending)
-        QMetaObject::invokeMethod(workspace, [&] { workspace->closeWithMode(Workspace::SessionEnd); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            workspace, [&] { workspace->closeWithMode(Workspace::SessionEnd); }, Qt::QueuedConnection);
     if (lcStartup().isDebugEnabled()) {
-        QMetaObject::invokeMethod(workspace, [] { qCDebug(lcStartup, "event loop at %lld ms", startClock.elapsed()); },
-                                  Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            workspace, [] { qCDebug(lcStartup, "event loop at %lld ms", startClock.elapsed()); },
+            Qt::QueuedConnection);
     }
     const int status = QApplication::exec();
     delete workspace;

@@ -9,7 +9,9 @@
 class MyApp
 {
 public:
-    enum class Job { Help, ClearSettings, Start };
+    enum class Job { Help,
+                     ClearSettings,
+                     Start };
 
     static int Main(int argc, char **argv);
 

@@ -10,14 +10,15 @@ class PowerControl;
 class PowerOff
 {
 public:
-    enum class Family { Consumer, NT };
+    enum class Family { Consumer,
+                        NT };
 
     enum class Action {
         None,
-        ShutDown,           // the shut-down flag: power off
-        LogOff,             // flag 0: end the session
+        ShutDown,              // the shut-down flag: power off
+        LogOff,                // flag 0: end the session
         DelayedForcedShutdown, // "SHUTDOWN -s -t 10 -f"
-        ImmediatePowerOff,  // "SHUTDOWN /P"
+        ImmediatePowerOff,     // "SHUTDOWN /P"
     };
 
     struct Version

@@ -17,7 +17,8 @@ QString valueKey(const QString &name)
 bool isShellFolders(const QString &section)
 {
     return section.compare(QStringLiteral("HKEY_CURRENT_USER\\") + QString::fromLatin1(Registry::ShellFolders),
-                           Qt::CaseInsensitive) == 0;
+                           Qt::CaseInsensitive)
+        == 0;
 }
 
 // The values the desktop itself answers on Linux.
@@ -72,10 +73,12 @@ IniFile &Registry::store()
 QString Registry::rootName() const
 {
     switch (RootKey) {
+    // clang-format off
     case HKEY_CLASSES_ROOT: return QStringLiteral("HKEY_CLASSES_ROOT");
     case HKEY_CURRENT_USER: return QStringLiteral("HKEY_CURRENT_USER");
     case HKEY_LOCAL_MACHINE: return QStringLiteral("HKEY_LOCAL_MACHINE");
     default: return QString();
+        // clang-format on
     }
 }
 

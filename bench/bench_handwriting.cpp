@@ -15,10 +15,12 @@ namespace {
 
 // 書 in stroke order, in a box of 100.
 const QList<QList<QPointF>> Character = {
+    // clang-format off
     {{15, 15}, {80, 15}}, {{20, 25}, {75, 25}, {75, 35}}, {{10, 35}, {90, 35}}, {{20, 45}, {80, 45}},
     {{48, 5}, {48, 55}}, {{28, 58}, {28, 92}}, {{28, 58}, {72, 58}, {72, 92}}, {{28, 70}, {72, 70}},
     {{28, 80}, {72, 80}}, {{28, 90}, {72, 90}},
 };
+// clang-format on
 
 void send(InkCanvas *canvas, QEvent::Type type, const QPointF &at)
 {
@@ -67,8 +69,7 @@ void BM_StrokeToCandidates(benchmark::State &state)
             state.SkipWithError("fewer than ten candidates");
     }
 }
-BENCHMARK(BM_StrokeToCandidates)->UseManualTime()->Unit(benchmark::kMillisecond)
-    ->Iterations(1)->Repetitions(40)->ReportAggregatesOnly(true);
+BENCHMARK(BM_StrokeToCandidates)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(1)->Repetitions(40)->ReportAggregatesOnly(true);
 
 } // namespace
 

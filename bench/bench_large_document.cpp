@@ -20,7 +20,6 @@
 #include <QTextDocument>
 #include <QTextList>
 
-
 #include <benchmark/benchmark.h>
 
 namespace {

@@ -31,7 +31,9 @@ const QStringList sentences = {
 class BenchHost : public QWidget, public AppletHost
 {
 public:
-    BenchHost() : m_printing(new Printing(this)) {}
+    BenchHost()
+        : m_printing(new Printing(this))
+    {}
     InfoDlg *infoDlg() const override { return nullptr; }
     Printing *printing() const override { return m_printing; }
 
@@ -73,7 +75,7 @@ void writeTenSheets(QTextDocument *document)
 int pageCountOf(const QString &pdf)
 {
     QProcess info;
-    info.start(QStringLiteral("pdfinfo"), { pdf });
+    info.start(QStringLiteral("pdfinfo"), {pdf});
     info.waitForFinished(30000);
     static const QRegularExpression pages(QStringLiteral("Pages:\\s+(\\d+)"));
     const auto match = pages.match(QString::fromUtf8(info.readAllStandardOutput()));

@@ -79,9 +79,11 @@ void commandToFirstSample(benchmark::State &state, const QString &sentence)
     Assistant::release();
 }
 BENCHMARK_CAPTURE(commandToFirstSample, short_sentence, ShortSentence)
+    // clang-format off
     ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
 BENCHMARK_CAPTURE(commandToFirstSample, mixed_scripts, MixedSentence)
     ->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(10);
+// clang-format on
 
 } // namespace
 

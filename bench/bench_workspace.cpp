@@ -12,7 +12,6 @@
 #include <QElapsedTimer>
 #include <QTableWidget>
 
-
 #include <benchmark/benchmark.h>
 
 namespace {
@@ -22,7 +21,7 @@ constexpr int DocumentCount = 1000;
 void fillFolder()
 {
     const QString body = "{\\rtf1\\ansi\\ansicpg932\\deff0{\\fonttbl{\\f0\\fcharset128 MS Mincho;}}\\f0\\fs48 "
-                         + QString(1500, u'x') + "\\par}";
+        + QString(1500, u'x') + "\\par}";
     DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
     record.page(1).item(1).Text = body;
     const QDateTime start(QDate(2025, 4, 1), QTime(9, 30, 15));

@@ -31,8 +31,8 @@ public:
 
     // ListDocuments flags.
     static constexpr qint32 OnlyReadOnlyOrHidden = 1;
-    static constexpr qint32 OnlyText = 2;        // *.TXT; wins over OnlyDocument
-    static constexpr qint32 OnlyDocument = 4;    // *.Document
+    static constexpr qint32 OnlyText = 2;     // *.TXT; wins over OnlyDocument
+    static constexpr qint32 OnlyDocument = 4; // *.Document
 
     // The template number of the blank document, the only one the store knows.
     static constexpr qint16 BlankTemplate = 1000;
@@ -47,7 +47,9 @@ public:
 
     // How a load went: only a document that was read whole may ever be saved
     // over its file.
-    enum class LoadOutcome { Read, Unreadable, TooLarge };
+    enum class LoadOutcome { Read,
+                             Unreadable,
+                             TooLarge };
 
     // The document in a file; the blank document when the file cannot be read
     // or is larger than LargestDocumentBytes. A header that does not parse

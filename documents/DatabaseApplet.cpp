@@ -477,7 +477,7 @@ double DatabaseApplet::fitForView() const
     if (m_pageSize.width() <= 0)
         return 1.0;
     const int room = m_scrollArea->maximumViewportSize().width() - m_scrollArea->verticalScrollBar()->sizeHint().width()
-                     - 2 * PageSheet::Margin;
+        - 2 * PageSheet::Margin;
     return std::clamp(double(room) / m_pageSize.width(), SmallestFit, 1.0);
 }
 

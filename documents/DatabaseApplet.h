@@ -86,7 +86,8 @@ private:
     void fitShownPage();
     void unfitShownPage();
     QList<QWidget *> shownControls() const;
-    enum PageSource { WithPrinter, WithoutPrinter };
+    enum PageSource { WithPrinter,
+                      WithoutPrinter };
     void measurePage(PageSource source = WithPrinter);
     void closeShownBoxes();
     WordProcessor *newWordProcessor(int index);

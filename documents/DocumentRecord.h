@@ -17,19 +17,19 @@
 struct DocumentItem
 {
     // Kind of a box.
-    static constexpr qint32 RichText = 5;   // shown in a WordProcessors element
-    static constexpr qint32 Grid = 6;       // shown in a SpreadSheets element
+    static constexpr qint32 RichText = 5; // shown in a WordProcessors element
+    static constexpr qint32 Grid = 6;     // shown in a SpreadSheets element
 
-    qint32 Unit = 0;        // 0: the four values below are centimetres
+    qint32 Unit = 0; // 0: the four values below are centimetres
     float Left = 0;
     float Top = 0;
     float Width = 0;
     float Height = 0;
-    qint32 Reserved1 = 0;   // handed to the placed box as it is
-    qint16 Flags1 = 0;      // a Boolean setting of the placed box is its negation
+    qint32 Reserved1 = 0; // handed to the placed box as it is
+    qint16 Flags1 = 0;    // a Boolean setting of the placed box is its negation
     qint16 Flags2 = 0;
     qint32 Kind = 0;
-    QString Text;           // the box's contents as RTF source
+    QString Text; // the box's contents as RTF source
 };
 
 // One sheet of the document.
@@ -49,12 +49,12 @@ struct DocumentRecord
     QDateTime Timestamp;
     // Printer set-up codes, handed one by one to the printer before printing.
     qint16 PaperSetting1 = 0;
-    qint16 PaperSetting2 = 0;   // 7: automatic paper source
+    qint16 PaperSetting2 = 0; // 7: automatic paper source
     qint16 PaperSetting3 = 0;
     qint16 PaperSetting4 = 0;
-    qint16 PaperSetting5 = 0;   // -3: medium print quality
+    qint16 PaperSetting5 = 0; // -3: medium print quality
     qint16 Copies = 0;
-    qint32 Zoom = 0;            // percent, on screen and on paper
+    qint32 Zoom = 0; // percent, on screen and on paper
     qint16 PageCount = 0;
     QList<DocumentPage> Pages;
 

@@ -27,8 +27,8 @@ public:
     // Text a run left behind.
     struct Entry
     {
-        QString run;       // the name its files share
-        QString origin;    // the document's file; empty for a new document
+        QString run;    // the name its files share
+        QString origin; // the document's file; empty for a new document
         DocumentRecord record;
     };
 
@@ -63,11 +63,11 @@ private:
     };
 
     static QString pathOf(const QString &run);
-    void writeWaiting();   // on the writing thread
+    void writeWaiting(); // on the writing thread
 
     const QString m_run;
     QThreadPool m_writer;
-    QMutex m_lock;                   // guards the two below
+    QMutex m_lock; // guards the two below
     std::optional<Pending> m_waiting;
-    quint64 m_handedIn = 0;          // texts handed to keep so far
+    quint64 m_handedIn = 0; // texts handed to keep so far
 };

@@ -29,8 +29,8 @@ QString rtfFormatIn(const QMimeData *source)
 bool hasColourOrUnderline(const QTextCharFormat &format)
 {
     return format.hasProperty(QTextFormat::ForegroundBrush) || format.hasProperty(QTextFormat::BackgroundBrush)
-           || format.hasProperty(QTextFormat::TextUnderlineColor) || format.fontUnderline()
-           || format.underlineStyle() != QTextCharFormat::NoUnderline;
+        || format.hasProperty(QTextFormat::TextUnderlineColor) || format.fontUnderline()
+        || format.underlineStyle() != QTextCharFormat::NoUnderline;
 }
 
 QTextCharFormat withoutColourOrUnderline(QTextCharFormat format)

@@ -25,7 +25,7 @@ struct Snapshot
     static Snapshot now()
     {
         using namespace Globals;
-        return { WallpaperDirectory, WallpaperFile, long(WallpaperType), MusicOn, ShutdownOnQuit };
+        return {WallpaperDirectory, WallpaperFile, long(WallpaperType), MusicOn, ShutdownOnQuit};
     }
     bool operator==(const Snapshot &) const = default;
 };

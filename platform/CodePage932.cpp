@@ -151,7 +151,7 @@ QString CodePage932::decode(QByteArrayView bytes)
         // with it, even one that looks like ASCII.
         while (end < bytes.size() && static_cast<unsigned char>(bytes[end]) >= 0x80) {
             const bool pair = isLeadByte(static_cast<unsigned char>(bytes[end])) && end + 1 < bytes.size()
-                              && isTrailByte(static_cast<unsigned char>(bytes[end + 1]));
+                && isTrailByte(static_cast<unsigned char>(bytes[end + 1]));
             end += pair ? 2 : 1;
         }
         if (end > at) {

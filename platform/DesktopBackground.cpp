@@ -158,7 +158,7 @@ QPixmap DesktopBackground::render(const QSize &areaSize) const
     case Placement::Scaled:
     case Placement::Zoom: {
         const Qt::AspectRatioMode mode = m_placement == Placement::Zoom ? Qt::KeepAspectRatioByExpanding
-                                                                         : Qt::KeepAspectRatio;
+                                                                        : Qt::KeepAspectRatio;
         QRect target(QPoint(), m_picture.size().scaled(areaSize, mode));
         target.moveCenter(area.center());
         painter.drawImage(target, m_picture);

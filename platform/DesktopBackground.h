@@ -15,7 +15,9 @@ class QRect;
 class DesktopBackground
 {
 public:
+    // clang-format off
     enum class Placement { Zoom, Stretched, Scaled, Centered, Tiled };
+    // clang-format on
 
     // Asks the running desktop. Never blocks for long: each question has a
     // short time limit, and a headless session asks nothing.

@@ -89,8 +89,7 @@ bool FileAttributes::add(int fd, int attributes)
         const QByteArray text = "0x" + QByteArray::number(old | (attributes & (ReadOnly | Hidden)), 16);
         if (::fsetxattr(fd, DosAttribName, text.constData(), text.size(), 0) != 0) {
             // Without a place for "hidden" the file is at least kept read-only.
-            RuntimeLog::note("FileAttributes", QStringLiteral("cannot mark a file hidden here, made read-only: %1")
-                                                   .arg(QString::fromLocal8Bit(std::strerror(errno))));
+            RuntimeLog::note("FileAttributes", QStringLiteral("cannot mark a file hidden here, made read-only: %1").arg(QString::fromLocal8Bit(std::strerror(errno))));
             attributes |= ReadOnly;
             stored = false;
         }

@@ -94,7 +94,8 @@ void FlatScrollStyle::drawComplexControl(ComplexControl control, const QStyleOpt
     const QRect slider = subControlRect(control, bar, SC_ScrollBarSlider, widget);
 
     // Arrow buttons: flat, tinted only under the pointer or while pressed.
-    const struct {
+    const struct
+    {
         QRect box;
         SubControl part;
         Qt::ArrowType arrow;
@@ -130,7 +131,8 @@ void FlatScrollStyle::drawComplexControl(ComplexControl control, const QStyleOpt
         const bool grabbed = (bar->activeSubControls & SC_ScrollBarSlider) && (bar->state & State_Sunken);
         const bool hovered = (bar->activeSubControls & SC_ScrollBarSlider) && (bar->state & State_MouseOver);
         QRectF thumb = QRectF(slider).adjusted(horizontal ? 2 : 5, horizontal ? 5 : 2, horizontal ? -2 : -5, horizontal ? -5 : -2);
-        painter->setBrush(grabbed ? TouchTheme::accentDark() : hovered ? TouchTheme::accent() : QColor(0xE3, 0x9A, 0x55));
+        painter->setBrush(grabbed ? TouchTheme::accentDark() : hovered ? TouchTheme::accent()
+                                                                       : QColor(0xE3, 0x9A, 0x55));
         const qreal radius = (horizontal ? thumb.height() : thumb.width()) / 2.0;
         painter->drawRoundedRect(thumb, radius, radius);
     }

@@ -7,26 +7,26 @@ namespace {
 
 // IPA faces first: their glyphs come back from PDF text extraction as the
 // characters they were, where Noto CJK sometimes yields Kangxi radicals.
-const QStringList proportionalGothic = { QStringLiteral("IPAexGothic"), QStringLiteral("IPAPGothic"),
-                                         QStringLiteral("Noto Sans CJK JP") };
-const QStringList fixedGothic = { QStringLiteral("IPAGothic"), QStringLiteral("Noto Sans Mono CJK JP"),
-                                  QStringLiteral("IPAexGothic"), QStringLiteral("Noto Sans CJK JP") };
-const QStringList proportionalMincho = { QStringLiteral("IPAexMincho"), QStringLiteral("IPAPMincho"),
-                                         QStringLiteral("Noto Serif CJK JP") };
-const QStringList fixedMincho = { QStringLiteral("IPAMincho"), QStringLiteral("IPAexMincho"),
-                                  QStringLiteral("Noto Serif CJK JP") };
+const QStringList proportionalGothic = {QStringLiteral("IPAexGothic"), QStringLiteral("IPAPGothic"),
+                                        QStringLiteral("Noto Sans CJK JP")};
+const QStringList fixedGothic = {QStringLiteral("IPAGothic"), QStringLiteral("Noto Sans Mono CJK JP"),
+                                 QStringLiteral("IPAexGothic"), QStringLiteral("Noto Sans CJK JP")};
+const QStringList proportionalMincho = {QStringLiteral("IPAexMincho"), QStringLiteral("IPAPMincho"),
+                                        QStringLiteral("Noto Serif CJK JP")};
+const QStringList fixedMincho = {QStringLiteral("IPAMincho"), QStringLiteral("IPAexMincho"),
+                                 QStringLiteral("Noto Serif CJK JP")};
 
 const QHash<QString, QStringList> &table()
 {
     static const QHash<QString, QStringList> faces = {
-        { QStringLiteral("MS UI Gothic"), proportionalGothic },
-        { QStringLiteral("ＭＳ Ｐゴシック"), proportionalGothic },
-        { QStringLiteral("ＭＳ ゴシック"), fixedGothic },
-        { QStringLiteral("メイリオ"), proportionalGothic },
+        {QStringLiteral("MS UI Gothic"), proportionalGothic},
+        {QStringLiteral("ＭＳ Ｐゴシック"), proportionalGothic},
+        {QStringLiteral("ＭＳ ゴシック"), fixedGothic},
+        {QStringLiteral("メイリオ"), proportionalGothic},
         // Windows draws Japanese in Tahoma by linking it to a Japanese face.
-        { QStringLiteral("Tahoma"), proportionalGothic },
-        { QStringLiteral("ＭＳ Ｐ明朝"), proportionalMincho },
-        { QStringLiteral("ＭＳ 明朝"), fixedMincho },
+        {QStringLiteral("Tahoma"), proportionalGothic},
+        {QStringLiteral("ＭＳ Ｐ明朝"), proportionalMincho},
+        {QStringLiteral("ＭＳ 明朝"), fixedMincho},
     };
     return faces;
 }

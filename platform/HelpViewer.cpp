@@ -27,8 +27,7 @@ void HelpViewer::bringToFront(qint64 pid)
     const QString xdotool = QStandardPaths::findExecutable(QStringLiteral("xdotool"));
     if (xdotool.isEmpty())
         return;
-    QProcess::startDetached(xdotool, {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                                      QString::number(pid), QStringLiteral("windowactivate")});
+    QProcess::startDetached(xdotool, {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"), QString::number(pid), QStringLiteral("windowactivate")});
 }
 
 void HelpViewer::show(const QString &programFolder)

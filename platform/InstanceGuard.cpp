@@ -27,9 +27,8 @@ bool InstanceGuard::claimOnBus(const QDBusConnection &bus)
 {
     const QString name = QString::fromLatin1(ServiceName);
     // Without queueing, a name that is taken fails at once.
-    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply =
-        bus.interface()->registerService(name, QDBusConnectionInterface::DontQueueService,
-                                         QDBusConnectionInterface::DontAllowReplacement);
+    const QDBusReply<QDBusConnectionInterface::RegisterServiceReply> reply = bus.interface()->registerService(name, QDBusConnectionInterface::DontQueueService,
+                                                                                                              QDBusConnectionInterface::DontAllowReplacement);
     if (reply.isValid())
         return reply.value() == QDBusConnectionInterface::ServiceRegistered;
 

@@ -93,7 +93,7 @@ QString MusicPlayer::cachedWavePath(const QString &midiPath)
 {
     const QFileInfo info(midiPath);
     const QString key = info.absoluteFilePath() + QLatin1Char('\n') + QString::number(info.size())
-                        + QLatin1Char('\n') + QString::number(info.lastModified().toMSecsSinceEpoch());
+        + QLatin1Char('\n') + QString::number(info.lastModified().toMSecsSinceEpoch());
     const QByteArray hash = QCryptographicHash::hash(key.toUtf8(), QCryptographicHash::Sha1).toHex();
     return cacheFolder() + QLatin1Char('/') + QString::fromLatin1(hash) + QStringLiteral(".wav");
 }
@@ -206,10 +206,7 @@ void MusicPlayer::startRendering(const QString &midiPath, const QString &wavePat
 
     BackgroundProcess::lowerPriority(m_render);
     emit renderStarted(midiPath);
-    m_render->start(m_program, {QStringLiteral("-n"), QStringLiteral("-i"), QStringLiteral("-q"),
-                                QStringLiteral("-g"), QString::fromLatin1(RenderGain),
-                                QStringLiteral("-F"), m_partialPath, m_soundFont,
-                                QFileInfo(midiPath).absoluteFilePath()});
+    m_render->start(m_program, {QStringLiteral("-n"), QStringLiteral("-i"), QStringLiteral("-q"), QStringLiteral("-g"), QString::fromLatin1(RenderGain), QStringLiteral("-F"), m_partialPath, m_soundFont, QFileInfo(midiPath).absoluteFilePath()});
 }
 
 void MusicPlayer::renderingEnded()

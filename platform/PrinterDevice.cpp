@@ -30,17 +30,18 @@ int cupsPrintQuality(int code)
     switch (code) {
     case -1:
     case -2:
-        return 3;   // draft
+        return 3; // draft
     case -4:
-        return 5;   // high
+        return 5; // high
     default:
-        return 4;   // normal
+        return 4; // normal
     }
 }
 
 Qt::PenStyle penStyle(int drawStyle)
 {
     switch (drawStyle) {
+    // clang-format off
     case 1: return Qt::DashLine;
     case 2: return Qt::DotLine;
     case 3: return Qt::DashDotLine;
@@ -48,6 +49,7 @@ Qt::PenStyle penStyle(int drawStyle)
     case 5: return Qt::NoPen;
     default: return Qt::SolidLine;   // 0 and 6 (inside solid)
     }
+    // clang-format on
 }
 
 } // namespace
@@ -151,19 +153,23 @@ void PrinterDevice::setCopies(int count)
 int PrinterDevice::duplex() const
 {
     switch (m_printer->duplex()) {
+    // clang-format off
     case QPrinter::DuplexLongSide: return 2;
     case QPrinter::DuplexShortSide: return 3;
     default: return 1;
+        // clang-format on
     }
 }
 
 void PrinterDevice::setDuplex(int code)
 {
     switch (code) {
+    // clang-format off
     case 1: m_printer->setDuplex(QPrinter::DuplexNone); break;
     case 2: m_printer->setDuplex(QPrinter::DuplexLongSide); break;
     case 3: m_printer->setDuplex(QPrinter::DuplexShortSide); break;
     default: throw VbError::invalidArgument();
+        // clang-format on
     }
 }
 

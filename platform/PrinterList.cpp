@@ -22,7 +22,7 @@ QList<PrinterList::Entry> PrinterList::printers()
     QList<Entry> result;
     const QList<QPrinterInfo> available = QPrinterInfo::availablePrinters();
     for (const QPrinterInfo &printer : available)
-        result.append({ printer.printerName(), printer.makeAndModel() });
+        result.append({printer.printerName(), printer.makeAndModel()});
     return result;
 }
 

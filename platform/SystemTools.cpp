@@ -16,8 +16,7 @@ QList<QStringList> SystemTools::commandsFor(int menuIndex)
     case Volume:
         return {{"pavucontrol"}, {"gnome-control-center", "sound"}, {"xfce4-mixer"}, {"mate-volume-control"}};
     case Display:
-        return {{"gnome-control-center", "display"}, {"xfce4-display-settings"}, {"mate-display-properties"},
-                {"arandr"}};
+        return {{"gnome-control-center", "display"}, {"xfce4-display-settings"}, {"mate-display-properties"}, {"arandr"}};
     case Printers:
         return {{"system-config-printer"}, {"gnome-control-center", "printers"}, {"xfce4-printer-settings"}};
     case Fonts:

@@ -10,7 +10,9 @@ class SystemTools
 {
 public:
     // System menu entries that open a tool.
+    // clang-format off
     enum Tool { Volume = 0, Display = 1, Printers = 3, Fonts = 5, DateTime = 7, Internet = 9 };
+    // clang-format on
 
     // The candidate command lines of a menu entry; empty for other entries.
     static QList<QStringList> commandsFor(int menuIndex);

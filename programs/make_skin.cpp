@@ -32,7 +32,9 @@ struct Scene
     QColor skyTop, skyBottom;
     QColor sun;
     QList<QColor> hills; // far to near
+    // clang-format off
     enum Extra { None, Blossoms, Waves, Leaves, Snow, Stars, Letters, Rain } extra = None;
+    // clang-format on
     double sunX = 0.75, sunY = 0.25;
     quint32 seed = 1;
 };
@@ -48,8 +50,7 @@ void drawHills(QPainter &p, const Scene &scene, QRandomGenerator &random)
         QPainterPath path(QPointF(0, h));
         for (int x = 0; x <= w; x += 8) {
             const double t = double(x) / w;
-            path.lineTo(x, base - amplitude * std::sin(t * frequency * 3.1416 + phase)
-                               - amplitude * 0.35 * std::sin(t * frequency * 7.3 + phase * 2));
+            path.lineTo(x, base - amplitude * std::sin(t * frequency * 3.1416 + phase) - amplitude * 0.35 * std::sin(t * frequency * 7.3 + phase * 2));
         }
         path.lineTo(w, h);
         path.closeSubpath();
@@ -205,15 +206,15 @@ bool writeClick(const QString &path, double frequency, double milliseconds, doub
         const double t = double(i) / rate;
         const double envelope = std::exp(-t * 1000.0 / (milliseconds / 4.0)) * std::min(1.0, i / 40.0);
         const double value = std::sin(2 * M_PI * frequency * t) + brightness * std::sin(2 * M_PI * frequency * 2.76 * t)
-                             + brightness * 0.5 * std::sin(2 * M_PI * frequency * 5.4 * t);
+            + brightness * 0.5 * std::sin(2 * M_PI * frequency * 5.4 * t);
         putLe(samples, quint16(qint16(std::lround(value / (1 + 1.5 * brightness) * envelope * 9000))), 2);
     }
     QByteArray wav("RIFF");
     putLe(wav, 36 + samples.size(), 4);
     wav += "WAVEfmt ";
     putLe(wav, 16, 4);
-    putLe(wav, 1, 2);      // PCM
-    putLe(wav, 1, 2);      // mono
+    putLe(wav, 1, 2); // PCM
+    putLe(wav, 1, 2); // mono
     putLe(wav, rate, 4);
     putLe(wav, rate * 2, 4);
     putLe(wav, 2, 2);
@@ -248,11 +249,13 @@ bool writeTune(const QString &path)
     const int beat = 480; // ticks per quarter note
     // Melody as (note, beats); 0 is a rest. Three beats to a bar.
     const QList<QPair<int, int>> melody = {
+        // clang-format off
         {72, 2}, {69, 1}, {70, 2}, {67, 1}, {69, 3}, {65, 3},
         {67, 2}, {69, 1}, {70, 2}, {72, 1}, {74, 3}, {72, 3},
         {77, 2}, {74, 1}, {72, 2}, {70, 1}, {69, 2}, {67, 1}, {65, 3},
         {67, 2}, {69, 1}, {67, 2}, {64, 1}, {65, 6},
     };
+    // clang-format on
     const QList<int> chords = {53, 58, 53, 60, 53, 58, 48, 53, 58, 53, 48, 53}; // one root per bar
 
     QByteArray track;
@@ -265,8 +268,8 @@ bool writeTune(const QString &path)
     putVarLen(track, 0);
     track += QByteArray("\xff\x51\x03", 3);
     putBe(track, 60000000 / 84, 3);
-    event(0, {0xC0, 10});  // music box
-    event(0, {0xC1, 49});  // slow strings
+    event(0, {0xC0, 10}); // music box
+    event(0, {0xC1, 49}); // slow strings
     event(0, {0xB1, 7, 50});
 
     quint32 pending = 0;
@@ -324,23 +327,16 @@ int main(int argc, char **argv)
     ok &= savePicture(TitleArtwork::draw(TitleArtwork::size()), skin.filePath(TitleArtwork::fileName()), "BMP");
 
     // The welcome picture: an evening with lanterns' warm light.
-    ok &= savePicture(drawScene({QColor(0x2b, 0x3a, 0x67), QColor(0xf2, 0xa6, 0x5a), QColor(0xff, 0xe0, 0xa0),
-                                 {QColor(0x6b, 0x5b, 0x95), QColor(0x4a, 0x3f, 0x6b), QColor(0x2f, 0x28, 0x45)},
-                                 Scene::Stars, 0.3, 0.55, 11}),
+    ok &= savePicture(drawScene({QColor(0x2b, 0x3a, 0x67), QColor(0xf2, 0xa6, 0x5a), QColor(0xff, 0xe0, 0xa0), {QColor(0x6b, 0x5b, 0x95), QColor(0x4a, 0x3f, 0x6b), QColor(0x2f, 0x28, 0x45)}, Scene::Stars, 0.3, 0.55, 11}),
                       skin.filePath("WELCOME.BMP"), "BMP");
 
     // The five themes, stored under their half-width names.
     const QList<QPair<QString, Scene>> themes = {
-        {QStringLiteral("ｳｪﾌﾞﾛｸﾞ"), {QColor(0x8e, 0xc5, 0xfc), QColor(0xe0, 0xf0, 0xff), QColor(0xff, 0xf4, 0xc2),
-                                 {QColor(0xb8, 0xd8, 0xb0), QColor(0x8f, 0xc0, 0x8a)}, Scene::Letters, 0.8, 0.2, 21}},
-        {QStringLiteral("ﾏｲﾅｽｲｵﾝ"), {QColor(0x5f, 0xa8, 0x9a), QColor(0xd8, 0xf0, 0xe4), QColor(0xf4, 0xff, 0xf0),
-                                 {QColor(0x4f, 0x8f, 0x6f), QColor(0x2f, 0x6f, 0x52), QColor(0x1f, 0x4f, 0x3a)}, Scene::Rain, 0.7, 0.2, 22}},
-        {QStringLiteral("ｵｰｶﾞﾆｯｸ"), {QColor(0xf5, 0xde, 0xb3), QColor(0xfa, 0xf3, 0xe0), QColor(0xff, 0xd8, 0x80),
-                                 {QColor(0xc8, 0xb0, 0x70), QColor(0xa0, 0x8a, 0x50), QColor(0x7a, 0x6a, 0x3a)}, Scene::Leaves, 0.25, 0.3, 23}},
-        {QStringLiteral("ｸｰﾙﾋﾞｽﾞ"), {QColor(0x4f, 0xb3, 0xe8), QColor(0xd6, 0xf2, 0xff), QColor(0xff, 0xff, 0xe8),
-                                 {QColor(0x3a, 0x90, 0xc8), QColor(0x2a, 0x78, 0xb0)}, Scene::Waves, 0.6, 0.2, 24}},
-        {QStringLiteral("ｾﾚﾌﾞﾘﾃｨ"), {QColor(0x3a, 0x1f, 0x5c), QColor(0xb0, 0x7a, 0xc0), QColor(0xff, 0xe6, 0x9a),
-                                 {QColor(0x5a, 0x3a, 0x7a), QColor(0x40, 0x28, 0x5c)}, Scene::Stars, 0.5, 0.3, 25}},
+        {QStringLiteral("ｳｪﾌﾞﾛｸﾞ"), {QColor(0x8e, 0xc5, 0xfc), QColor(0xe0, 0xf0, 0xff), QColor(0xff, 0xf4, 0xc2), {QColor(0xb8, 0xd8, 0xb0), QColor(0x8f, 0xc0, 0x8a)}, Scene::Letters, 0.8, 0.2, 21}},
+        {QStringLiteral("ﾏｲﾅｽｲｵﾝ"), {QColor(0x5f, 0xa8, 0x9a), QColor(0xd8, 0xf0, 0xe4), QColor(0xf4, 0xff, 0xf0), {QColor(0x4f, 0x8f, 0x6f), QColor(0x2f, 0x6f, 0x52), QColor(0x1f, 0x4f, 0x3a)}, Scene::Rain, 0.7, 0.2, 22}},
+        {QStringLiteral("ｵｰｶﾞﾆｯｸ"), {QColor(0xf5, 0xde, 0xb3), QColor(0xfa, 0xf3, 0xe0), QColor(0xff, 0xd8, 0x80), {QColor(0xc8, 0xb0, 0x70), QColor(0xa0, 0x8a, 0x50), QColor(0x7a, 0x6a, 0x3a)}, Scene::Leaves, 0.25, 0.3, 23}},
+        {QStringLiteral("ｸｰﾙﾋﾞｽﾞ"), {QColor(0x4f, 0xb3, 0xe8), QColor(0xd6, 0xf2, 0xff), QColor(0xff, 0xff, 0xe8), {QColor(0x3a, 0x90, 0xc8), QColor(0x2a, 0x78, 0xb0)}, Scene::Waves, 0.6, 0.2, 24}},
+        {QStringLiteral("ｾﾚﾌﾞﾘﾃｨ"), {QColor(0x3a, 0x1f, 0x5c), QColor(0xb0, 0x7a, 0xc0), QColor(0xff, 0xe6, 0x9a), {QColor(0x5a, 0x3a, 0x7a), QColor(0x40, 0x28, 0x5c)}, Scene::Stars, 0.5, 0.3, 25}},
     };
     for (const auto &[stem, scene] : themes)
         ok &= savePicture(drawScene(scene), skin.filePath("CG/" + stem + ".JPEG"), "JPEG");
@@ -348,20 +344,13 @@ int main(int argc, char **argv)
     // Pictures for the rotations (three-letter extensions, so the listing
     // "*.???" finds them and not the themes).
     const QList<QPair<QString, Scene>> rotation = {
-        {"SPRING.JPG", {QColor(0xa8, 0xd8, 0xf0), QColor(0xff, 0xee, 0xf4), QColor(0xff, 0xf6, 0xd0),
-                        {QColor(0xc6, 0xe2, 0xa8), QColor(0x9c, 0xcc, 0x84)}, Scene::Blossoms, 0.2, 0.2, 31}},
-        {"SUMMER.JPG", {QColor(0x3d, 0x9b, 0xe9), QColor(0xc9, 0xec, 0xff), QColor(0xff, 0xfb, 0xd6),
-                        {QColor(0x2e, 0x86, 0xc1), QColor(0x1f, 0x6f, 0xa8)}, Scene::Waves, 0.8, 0.18, 32}},
-        {"AUTUMN.JPG", {QColor(0xf0, 0xb2, 0x7a), QColor(0xff, 0xe8, 0xc8), QColor(0xff, 0xd0, 0x80),
-                        {QColor(0xc8, 0x6a, 0x3a), QColor(0xa0, 0x4a, 0x2a), QColor(0x78, 0x38, 0x22)}, Scene::Leaves, 0.3, 0.35, 33}},
-        {"WINTER.JPG", {QColor(0x9f, 0xb8, 0xd8), QColor(0xf0, 0xf4, 0xfa), QColor(0xff, 0xff, 0xff),
-                        {QColor(0xe6, 0xee, 0xf6), QColor(0xd0, 0xdc, 0xea)}, Scene::Snow, 0.7, 0.3, 34}},
-        {"MORNING.JPG", {QColor(0xff, 0xc8, 0xa0), QColor(0xff, 0xf2, 0xe0), QColor(0xff, 0xf0, 0xb0),
-                         {QColor(0xb8, 0xc8, 0x98), QColor(0x90, 0xa8, 0x78)}, Scene::None, 0.15, 0.45, 35}},
-        {"NIGHT.JPG", {QColor(0x10, 0x18, 0x38), QColor(0x3a, 0x48, 0x78), QColor(0xf8, 0xf4, 0xd8),
-                       {QColor(0x26, 0x30, 0x50), QColor(0x1a, 0x22, 0x3a)}, Scene::Stars, 0.8, 0.2, 36}},
-        {"MEADOW.PNG", {QColor(0x90, 0xd0, 0xf8), QColor(0xf0, 0xfa, 0xff), QColor(0xff, 0xf8, 0xd0),
-                        {QColor(0xa8, 0xd8, 0x78), QColor(0x80, 0xc0, 0x58), QColor(0x60, 0xa0, 0x40)}, Scene::None, 0.5, 0.2, 37}},
+        {"SPRING.JPG", {QColor(0xa8, 0xd8, 0xf0), QColor(0xff, 0xee, 0xf4), QColor(0xff, 0xf6, 0xd0), {QColor(0xc6, 0xe2, 0xa8), QColor(0x9c, 0xcc, 0x84)}, Scene::Blossoms, 0.2, 0.2, 31}},
+        {"SUMMER.JPG", {QColor(0x3d, 0x9b, 0xe9), QColor(0xc9, 0xec, 0xff), QColor(0xff, 0xfb, 0xd6), {QColor(0x2e, 0x86, 0xc1), QColor(0x1f, 0x6f, 0xa8)}, Scene::Waves, 0.8, 0.18, 32}},
+        {"AUTUMN.JPG", {QColor(0xf0, 0xb2, 0x7a), QColor(0xff, 0xe8, 0xc8), QColor(0xff, 0xd0, 0x80), {QColor(0xc8, 0x6a, 0x3a), QColor(0xa0, 0x4a, 0x2a), QColor(0x78, 0x38, 0x22)}, Scene::Leaves, 0.3, 0.35, 33}},
+        {"WINTER.JPG", {QColor(0x9f, 0xb8, 0xd8), QColor(0xf0, 0xf4, 0xfa), QColor(0xff, 0xff, 0xff), {QColor(0xe6, 0xee, 0xf6), QColor(0xd0, 0xdc, 0xea)}, Scene::Snow, 0.7, 0.3, 34}},
+        {"MORNING.JPG", {QColor(0xff, 0xc8, 0xa0), QColor(0xff, 0xf2, 0xe0), QColor(0xff, 0xf0, 0xb0), {QColor(0xb8, 0xc8, 0x98), QColor(0x90, 0xa8, 0x78)}, Scene::None, 0.15, 0.45, 35}},
+        {"NIGHT.JPG", {QColor(0x10, 0x18, 0x38), QColor(0x3a, 0x48, 0x78), QColor(0xf8, 0xf4, 0xd8), {QColor(0x26, 0x30, 0x50), QColor(0x1a, 0x22, 0x3a)}, Scene::Stars, 0.8, 0.2, 36}},
+        {"MEADOW.PNG", {QColor(0x90, 0xd0, 0xf8), QColor(0xf0, 0xfa, 0xff), QColor(0xff, 0xf8, 0xd0), {QColor(0xa8, 0xd8, 0x78), QColor(0x80, 0xc0, 0x58), QColor(0x60, 0xa0, 0x40)}, Scene::None, 0.5, 0.2, 37}},
     };
     for (const auto &[name, scene] : rotation)
         ok &= savePicture(drawScene(scene), skin.filePath("CG/" + name), name.endsWith("PNG") ? "PNG" : "JPEG");

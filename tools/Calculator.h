@@ -26,7 +26,9 @@ public:
     // The error Eval and EvalPercent raise to their caller after Error.
     static constexpr int ErrorNumber = VbError::ObjectErrorBase + 513;
 
-    enum : qint32 { Cleared = 0, Entering = 1, ResultShown = 2 };
+    enum : qint32 { Cleared = 0,
+                    Entering = 1,
+                    ResultShown = 2 };
 
     explicit Calculator(QObject *parent = nullptr);
 

@@ -131,8 +131,7 @@ bool FlatScrollBar::isShown(int code) const
     if (!b)
         return false;
     if (QAbstractScrollArea *area = scrollArea()) {
-        const Qt::ScrollBarPolicy policy =
-            code == SB_HORZ ? area->horizontalScrollBarPolicy() : area->verticalScrollBarPolicy();
+        const Qt::ScrollBarPolicy policy = code == SB_HORZ ? area->horizontalScrollBarPolicy() : area->verticalScrollBarPolicy();
         if (policy != Qt::ScrollBarAsNeeded)
             return policy == Qt::ScrollBarAlwaysOn;
         return b->maximum() > b->minimum();

@@ -47,7 +47,7 @@ bool isReading(const QString &text)
 }
 
 // How long a mode key may take before KeyPress stops waiting for it.
-constexpr int ModeKeyTimeout = 1000;   // ms
+constexpr int ModeKeyTimeout = 1000; // ms
 
 } // namespace
 
@@ -163,12 +163,14 @@ IME::ConversionMode IME::conversionModeFor(int status)
 {
     using Mode = InputMethodFramework::InputMode;
     switch (Mode(status)) {
+    // clang-format off
     case Mode::Hiragana: return Native | FullShape | Roman;
     case Mode::FullKatakana: return Native | Katakana | FullShape | Roman;
     case Mode::HalfKatakana: return Native | Katakana | Roman;
     case Mode::FullAlphabet: return FullShape | Roman;
     case Mode::HalfAlphabet: return Roman;
     case Mode::Off: break;
+        // clang-format on
     }
     return Alphanumeric;
 }
@@ -220,6 +222,7 @@ void IME::Activate(const QString &path, const QString &title, bool wait)
 QString IME::keysFor(qint32 code)
 {
     switch (code) {
+    // clang-format off
     case KanaKey: return QStringLiteral("{KANA}");
     case KanjiKey: return QStringLiteral("{KANJI}");
     case ConvertKey: return QStringLiteral("{CONVERT}");
@@ -227,6 +230,7 @@ QString IME::keysFor(qint32 code)
     case EscapeKey: return QStringLiteral("{ESCAPE}");
     case PrintScreenKey: return QStringLiteral("{PRTSC}");
     default: return {};
+        // clang-format on
     }
 }
 

@@ -25,7 +25,7 @@ public:
     enum KeyCode : qint32 {
         NoKey = 0,
         KanaKey = 1,
-        KanjiKey = 2,       // on/off
+        KanjiKey = 2, // on/off
         ConvertKey = 3,
         NonConvertKey = 4,
         EscapeKey = 5,
@@ -39,9 +39,9 @@ public:
         PluralClause = 1,
         SingleConvert = 2,
         Automatic = 4,
-        PhrasePredict = 8,   // how Mozc converts: the mode it starts in
+        PhrasePredict = 8, // how Mozc converts: the mode it starts in
         Conversation = 16,
-        ReadOnly = -1,       // Convert only reads
+        ReadOnly = -1, // Convert only reads
     };
 
     // Conversion mode bits, read from the input method's mode.
@@ -55,7 +55,9 @@ public:
     Q_DECLARE_FLAGS(ConversionMode, ConversionFlag)
 
     // Dialog modes: the input method's own tools.
-    enum DialogMode : qint32 { SettingsDialog = 1, WordRegistrationDialog = 2, DictionaryDialog = 3 };
+    enum DialogMode : qint32 { SettingsDialog = 1,
+                               WordRegistrationDialog = 2,
+                               DictionaryDialog = 3 };
 
     // The framework and engine in use when the object was made
     // ("ibus:mozc-jp", "fcitx5:mozc"), empty without an input method.
@@ -104,7 +106,7 @@ private:
     // The sentence mode given to the input context, as its content hints.
     qint32 m_sentenceMode = PhrasePredict;
     bool m_answeringHints = false;
-    QString m_reading;           // the kana composed before the last result
+    QString m_reading; // the kana composed before the last result
     QString m_lastResult;
     QString m_lastReading;
 };

@@ -29,16 +29,18 @@
 namespace {
 
 constexpr int ButtonCount = 22;
-constexpr int MonitorInterval = 200;   // ms
-constexpr int RepeatDelay = 400;       // ms before a held movement button repeats
-constexpr int RepeatInterval = 80;     // ms between repeats
+constexpr int MonitorInterval = 200; // ms
+constexpr int RepeatDelay = 400;     // ms before a held movement button repeats
+constexpr int RepeatInterval = 80;   // ms between repeats
 
 // The captions of the command buttons, by index.
 const char16_t *const Captions[ButtonCount] = {
+    // clang-format off
     u"閉じる", u"スペース", u"削除", u"しまう", u"←", u"→", u"↑", u"↓", u"空白", u"削除", u"改行",
     u"ABC", u"あ", u"ア", u"記号1", u"記号2", u"漢字", u"変換", u"無変換", u"確定", u"取消",
     u"手書き",
 };
+// clang-format on
 
 // The order in which the command buttons stand in their row.
 const int ButtonOrder[ButtonCount] = {11, 12, 13, 14, 15, 21, 16, 1, 17, 18, 19, 20, 4, 6, 7, 5, 8, 10, 2, 9, 3, 0};
@@ -56,15 +58,19 @@ struct NumKey
 };
 
 const NumKey NumKeyTable[20] = {
+    // clang-format off
     {u"0", u"0"}, {u"1", u"1"}, {u"2", u"2"}, {u"3", u"3"}, {u"4", u"4"}, {u"5", u"5"}, {u"6", u"6"},
     {u"7", u"7"}, {u"8", u"8"}, {u"9", u"9"}, {u".", u"."}, {u"\b", u"←"}, {u"C", u"C"},
     {u"+", u"＋"}, {u"-", u"－"}, {u"*", u"×"}, {u"/", u"÷"}, {u"=", u"＝"}, {u"%", u"%"}, {u"±", u"±"},
 };
+// clang-format on
 
 // Where the calculator keys stand: five rows of four.
 const int NumKeyGrid[5][4] = {
+    // clang-format off
     {12, 11, 18, 16}, {7, 8, 9, 15}, {4, 5, 6, 14}, {1, 2, 3, 13}, {0, 10, 19, 17},
 };
+// clang-format on
 
 // A number in the format "0%": times one hundred, rounded half away from
 // zero to a whole number, with a percent sign.
@@ -678,8 +684,10 @@ void InfoDlg::MiniChannels_Click(int index)
     case 10:
         send(QStringLiteral("~"));
         break;
+    // clang-format off
     case 11: case 12: case 13: case 14: case 15: case KeyTable::Handwriting:
         setPad(index);
+        // clang-format on
         break;
     case 16:
         // The button shows what was asked at once; the monitor then shows
@@ -760,6 +768,7 @@ QString InfoDlg::tip(int index)
                                            "繰り返しクリックすると、次の候補になります。");
     const QString remove = QStringLiteral("クリックすると、指定した場所にある文字を削除します。");
     switch (index) {
+    // clang-format off
     case 0: return QStringLiteral("クリックすると、[文字入力] ダイアログを閉じます。");
     case 1: return convert;
     case 2: case 9: return remove;
@@ -781,5 +790,6 @@ QString InfoDlg::tip(int index)
     case 20: return QStringLiteral("クリックすると、変換をキャンセルします。");
     case KeyTable::Handwriting: return QStringLiteral("クリックすると、マウスで書いた文字を入力できます。");
     default: return QString();
+        // clang-format on
     }
 }

@@ -27,12 +27,13 @@ class InfoDlg : public QWidget
 public:
     // Option flags of the dialog, set by its host.
     enum Option : qint32 {
-        TransferResults = 1,   // hand calculator results on to the focused control
-        ArrowKeys = 256,       // up and down move the caret, not the focus
+        TransferResults = 1, // hand calculator results on to the focused control
+        ArrowKeys = 256,     // up and down move the caret, not the focus
     };
 
     // Pad pages for Begin and Finish.
-    enum Mode : qint16 { CalculatorMode = 0, CharacterMode = 1 };
+    enum Mode : qint16 { CalculatorMode = 0,
+                         CharacterMode = 1 };
 
     explicit InfoDlg(QWidget *parent = nullptr);
 

@@ -8,8 +8,8 @@
 
 namespace {
 
-constexpr double InkWidth = 6;      // own units: thick enough to read at a glance
-constexpr double MinimumStep = 1;   // own units between kept points
+constexpr double InkWidth = 6;    // own units: thick enough to read at a glance
+constexpr double MinimumStep = 1; // own units between kept points
 
 } // namespace
 

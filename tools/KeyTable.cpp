@@ -15,10 +15,12 @@ KeyTable::KeyTable()
 qint32 KeyTable::padNumber(const QString &name)
 {
     static const QList<std::pair<QString, qint32>> pads = {
+        // clang-format off
         {QStringLiteral("Number"), Number},     {QStringLiteral("Alpha"), Alpha},
         {QStringLiteral("Hiragana"), Hiragana}, {QStringLiteral("Katakana"), Katakana},
         {QStringLiteral("Symbol 1"), Symbol1},  {QStringLiteral("Symbol 2"), Symbol2},
     };
+    // clang-format on
     for (const auto &[padName, number] : pads)
         if (padName == name)
             return number;

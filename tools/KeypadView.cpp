@@ -43,7 +43,8 @@ QString KeypadView::legendAt(int column, int row) const
 QRect KeypadView::cellRect(int column, int row) const
 {
     return QRectF(((column - 1) * KeySize + Margin) * m_scale, ((row - 1) * KeySize + Margin) * m_scale,
-                  KeySize * m_scale, KeySize * m_scale).toRect();
+                  KeySize * m_scale, KeySize * m_scale)
+        .toRect();
 }
 
 void KeypadView::pressKey(int column, int row)

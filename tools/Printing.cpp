@@ -72,9 +72,11 @@ void Printing::openJob()
 int Printing::zoomForPaper(int paperCode)
 {
     switch (paperCode) {
+    // clang-format off
     case paperA4: return 0;
     case paperB5: return 86;
     default: return 100;
+        // clang-format on
     }
 }
 
@@ -128,11 +130,13 @@ void Printing::Margins(qint32 which, float value)
     case 0:
         m_leftMargin = m_rightMargin = m_topMargin = m_bottomMargin = value;
         break;
+    // clang-format off
     case 1: m_topMargin = value; break;
     case 2: m_bottomMargin = value; break;
     case 3: m_leftMargin = value; break;
     case 4: m_rightMargin = value; break;
     default: break;
+        // clang-format on
     }
 }
 

@@ -17,13 +17,18 @@ class Printing : public QObject
     Q_OBJECT
 
 public:
+    // clang-format off
     enum Alignment { AlignLeft = 0, AlignRight = 1, AlignCenter = 2 };
+    // clang-format on
 
     // Where the current x goes after a printed text: just past it, or on to
     // the next print zone (14 columns of the width of "0").
-    enum class PrintPosition { AfterText, NextZone };
+    enum class PrintPosition { AfterText,
+                               NextZone };
 
+    // clang-format off
     enum class Shape { Rule, Box, FilledBox };
+    // clang-format on
 
     explicit Printing(QObject *parent = nullptr);
     ~Printing() override;

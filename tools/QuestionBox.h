@@ -14,7 +14,8 @@ class QuestionBox : public QDialog
     Q_OBJECT
 
 public:
-    enum Kind { Question, Message };
+    enum Kind { Question,
+                Message };
 
     explicit QuestionBox(const QString &question, QWidget *parent = nullptr, Kind kind = Question);
 

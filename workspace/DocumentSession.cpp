@@ -178,13 +178,12 @@ void DocumentSession::openDocument(const QString &path)
     DocumentRecord record = Database::LoadDocument(path, Database::Sequential, &outcome);
     if (outcome != Database::LoadOutcome::Read) {
         // Opened blank, it would be saved blank over the file.
-        m_tell(m_workspace, outcome == Database::LoadOutcome::TooLarge
-                                ? QStringLiteral("このドキュメントを開けませんでした。\n"
-                                                 "ファイルが大きすぎます。\n"
-                                                 "ファイルはそのまま残してあります。")
-                                : QStringLiteral("このドキュメントを開けませんでした。\n"
-                                                 "ファイルが読み取れません。\n"
-                                                 "ファイルはそのまま残してあります。"));
+        m_tell(m_workspace, outcome == Database::LoadOutcome::TooLarge ? QStringLiteral("このドキュメントを開けませんでした。\n"
+                                                                                        "ファイルが大きすぎます。\n"
+                                                                                        "ファイルはそのまま残してあります。")
+                                                                       : QStringLiteral("このドキュメントを開けませんでした。\n"
+                                                                                        "ファイルが読み取れません。\n"
+                                                                                        "ファイルはそのまま残してあります。"));
         return;
     }
     m_path = path;
@@ -196,8 +195,7 @@ void DocumentSession::revert()
 {
     if (!m_ask(m_workspace, QStringLiteral("このドキュメントの今までの作業をすべてキャンセルして、保存された状態に戻しますか?")))
         return;
-    DocumentRecord stored =
-        m_path.isEmpty() ? Database::NewDocument(Database::BlankTemplate) : Database::LoadDocument(m_path, Database::Sequential);
+    DocumentRecord stored = m_path.isEmpty() ? Database::NewDocument(Database::BlankTemplate) : Database::LoadDocument(m_path, Database::Sequential);
     // The edits on screen are dropped, not saved: the shown page closes
     // before the stored record takes its place.
     closeApplet();
@@ -211,7 +209,7 @@ void DocumentSession::copy()
 {
     m_workspace->setDocument(Workspace::NothingView);
     if (m_workspace->Document() == Workspace::DocumentView)
-        return;   // the original could not be saved: no copy of it yet
+        return; // the original could not be saved: no copy of it yet
     m_record.DocumentTitle = QStringLiteral("(コピー)");
     m_workspace->setDocument(Workspace::DocumentView);
     // The copy is a file of its own, never the original's, with its own

@@ -10,7 +10,9 @@ namespace {
 const QList<int> FontSizeLadder = {9, 12, 16, 24, 32, 48, 72, 96};
 
 // The applet's "Alignment" values.
-enum Alignment { Left = 0, Right = 1, Center = 2 };
+enum Alignment { Left = 0,
+                 Right = 1,
+                 Center = 2 };
 
 } // namespace
 

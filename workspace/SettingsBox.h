@@ -20,9 +20,9 @@ class SettingsBox : public TouchPanel
 
 public:
     static constexpr int CloseButton = 100;
-    static constexpr int FirstThemeButton = 101;   // 101-105: the five themes
-    static constexpr int RandomButton = 106;       // wallpaper types 2-6 are
-    static constexpr int SeasonButton = 107;       // buttons 106-110
+    static constexpr int FirstThemeButton = 101; // 101-105: the five themes
+    static constexpr int RandomButton = 106;     // wallpaper types 2-6 are
+    static constexpr int SeasonButton = 107;     // buttons 106-110
     static constexpr int WeekButton = 108;
     static constexpr int WeekdayButton = 109;
     static constexpr int DesktopButton = 110;
@@ -69,7 +69,6 @@ public:
 protected:
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
-
 
 signals:
     // Button 100: the box wants to be closed (the workspace goes back to the

@@ -22,7 +22,8 @@ class SideMenuBar : public TouchPanel
 
 public:
     // The bars, SideMenuBars(index).
-    enum Bar : qint16 { DocumentBar = 100, FormatBar = 200 };
+    enum Bar : qint16 { DocumentBar = 100,
+                        FormatBar = 200 };
 
     // Their buttons, SideMenuBarMiniChannels(index).
     enum Action : qint16 {
@@ -43,7 +44,8 @@ public:
         Timestamp = 206,
     };
 
-    enum class Arrangement { Column, Pairs };
+    enum class Arrangement { Column,
+                             Pairs };
 
     // The bar with the given index (100 or 200), with its headings and buttons.
     explicit SideMenuBar(Bar index, QWidget *parent = nullptr);

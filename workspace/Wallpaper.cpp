@@ -176,7 +176,7 @@ void Wallpaper::chooseRotation(int type, const QDate &today)
 QString Wallpaper::pictureFile() const
 {
     return m_folder + QLatin1Char('/') + withSlashes(Globals::WallpaperDirectory) + QLatin1Char('/')
-           + withSlashes(Globals::WallpaperFile);
+        + withSlashes(Globals::WallpaperFile);
 }
 
 void Wallpaper::choosePicture(int type)

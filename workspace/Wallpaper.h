@@ -26,7 +26,9 @@ class QRect;
 class Wallpaper
 {
 public:
+    // clang-format off
     enum class Mode { Nothing, Natural, Stretched, Desktop };
+    // clang-format on
 
     Wallpaper();
 
@@ -81,9 +83,9 @@ public:
 
     // The theme table: numbers 1-5 (button index - 100).
     static constexpr int ThemeCount = 5;
-    static QString themeName(int number);     // as written on its button; empty outside 1-5
-    static QString themeStem(int number);     // half-width file name stem
-    static QString themeFile(int number);     // stem + ".JPEG"
+    static QString themeName(int number); // as written on its button; empty outside 1-5
+    static QString themeStem(int number); // half-width file name stem
+    static QString themeFile(int number); // stem + ".JPEG"
     // The theme whose pattern (stem + ".???") the file name matches, or 0.
     static int themeMatching(const QString &fileName);
 

@@ -365,12 +365,14 @@ TouchButton *WelcomeBox::MenuBoxMiniChannels(int index) const
 
 QWidget *WelcomeBox::MenuBoxPages(int index) const
 {
-    return index == TemplatesPage ? m_pages[0] : index == RecentPage ? m_pages[1] : nullptr;
+    return index == TemplatesPage ? m_pages[0] : index == RecentPage ? m_pages[1]
+                                                                     : nullptr;
 }
 
 QTableWidget *WelcomeBox::MenuBoxFigures(int index) const
 {
-    return index == TemplatesPage ? m_templates : index == RecentPage ? m_recent : nullptr;
+    return index == TemplatesPage ? m_templates : index == RecentPage ? m_recent
+                                                                      : nullptr;
 }
 
 void WelcomeBox::templateClicked(int row, int)

@@ -260,12 +260,14 @@ TouchButton *Workspace::Channels(Channel index) const
 
 TouchPanel *Workspace::MenuBoxes(MenuBox index) const
 {
-    return index == SettingsMenuBox ? static_cast<TouchPanel *>(m_settingsBox) : index == WelcomeMenuBox ? m_welcome : nullptr;
+    return index == SettingsMenuBox ? static_cast<TouchPanel *>(m_settingsBox) : index == WelcomeMenuBox ? m_welcome
+                                                                                                         : nullptr;
 }
 
 SideMenuBar *Workspace::SideMenuBars(SideMenuBar::Bar index) const
 {
-    return index == SideMenuBar::DocumentBar ? m_documentBar : index == SideMenuBar::FormatBar ? m_formatBar : nullptr;
+    return index == SideMenuBar::DocumentBar ? m_documentBar : index == SideMenuBar::FormatBar ? m_formatBar
+                                                                                               : nullptr;
 }
 
 // ---- Public operations ------------------------------------------------------
@@ -488,7 +490,6 @@ void Workspace::refreshCheckMarks()
 
 // ---- Wallpaper and layout ---------------------------------------------------
 
-
 void Workspace::applyWallpaper()
 {
     // Drawn again from the settings; the box shows the choice on its buttons.
@@ -508,7 +509,8 @@ void Workspace::paintEvent(QPaintEvent *)
     // first screen in full, after Start has opened the welcome box. Start-up
     // paints the window once before that, with its buttons only.
     if (!m_picture.isShown() && m_started)
-        QMetaObject::invokeMethod(this, [this] { m_picture.markShown(); }, Qt::QueuedConnection);
+        QMetaObject::invokeMethod(
+            this, [this] { m_picture.markShown(); }, Qt::QueuedConnection);
 }
 
 void Workspace::resizeEvent(QResizeEvent *event)

@@ -49,7 +49,9 @@ class Workspace : public QWidget, public AppletHost
 
 public:
     // View codes: what the window shows.
+    // clang-format off
     enum View : qint16 { NothingView = 0, SettingsView = 1, WelcomeView = 2, DocumentView = 10 };
+    // clang-format on
     // The main buttons, Channels(index).
     enum Channel : qint16 {
         ProductButton = 0,
@@ -64,12 +66,15 @@ public:
         CharacterPadButton = 9,
     };
     // The draggable boxes, MenuBoxes(index).
-    enum MenuBox : qint16 { SettingsMenuBox = 100, WelcomeMenuBox = 200 };
+    enum MenuBox : qint16 { SettingsMenuBox = 100,
+                            WelcomeMenuBox = 200 };
     // The pads of the tool dialog, and what ToolBoxMode does with them.
+    // clang-format off
     enum class ToolBox : qint16 { Calculator = 0, CharacterPad = 1 };
     enum class ToolBoxState : qint16 { Close = 0, Open = 1, Decide = 2 };
     // How the window is being closed.
     enum CloseMode : qint16 { ControlMenu = 0, ByCode = 1, SessionEnd = 2, TaskManager = 3, OtherClose = 4 };
+    // clang-format on
 
     // The character routine: every line for the assistant goes through it.
     using CharacterRoutine = CharacterVoice::Routine;

@@ -21,9 +21,9 @@ namespace {
 // The main buttons along the top, from the left; power-off and quit share
 // the place at the right end.
 const Workspace::Channel ChannelOrder[] = {Workspace::CharacterPadButton, Workspace::CalculatorButton,
-                                           Workspace::PrintButton,        Workspace::SettingsButton,
-                                           Workspace::MusicButton,        Workspace::GraphicButton,
-                                           Workspace::HelpButton,         Workspace::ProductButton};
+                                           Workspace::PrintButton, Workspace::SettingsButton,
+                                           Workspace::MusicButton, Workspace::GraphicButton,
+                                           Workspace::HelpButton, Workspace::ProductButton};
 
 } // namespace
 
@@ -87,7 +87,7 @@ void WorkspaceArranger::arrange()
         bar->setGeometry(place);
     }
     CharacterStage::instance()->setPerch(layout.perch().isEmpty() ? QRect()
-                                                                 : layout.perch().translated(m_window->geometry().topLeft()));
+                                                                  : layout.perch().translated(m_window->geometry().topLeft()));
     const QRect middle = layout.document();
     for (Applet *applet : m_window->DatabaseApplets()) {
         applet->resize(middle.size());

@@ -24,7 +24,8 @@ bool WorkspaceBus::Execute(const QString &command)
     if (command != u"[X]" && command != u"[QUIT]")
         return false;
     // The answer goes back first; the window closes once the call is done.
-    QMetaObject::invokeMethod(m_workspace, [workspace = m_workspace] { workspace->closeWithMode(Workspace::ByCode); },
-                              Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        m_workspace, [workspace = m_workspace] { workspace->closeWithMode(Workspace::ByCode); },
+        Qt::QueuedConnection);
     return true;
 }

@@ -17,7 +17,8 @@ public:
     // at the right end.
     static constexpr int MainButtonPlaces = 8;
 
-    enum class Character { Off, On };
+    enum class Character { Off,
+                           On };
 
     // `toolDialog` is the outer size of the open pad, or empty.
     WorkspaceLayout(QSize window, QSize toolDialog = QSize(), Character character = Character::Off);

@@ -261,12 +261,14 @@ void AgentCharacter::startNext()
     emit requestStarted(m_current->describe());
 
     switch (m_current->kind) {
+    // clang-format off
     case AgentRequest::Kind::Show: beginShow(); break;
     case AgentRequest::Kind::Hide: beginHide(); break;
     case AgentRequest::Kind::Play: beginPlay(); break;
     case AgentRequest::Kind::Speak: beginSpeak(); break;
     case AgentRequest::Kind::MoveTo: beginMove(); break;
     case AgentRequest::Kind::GestureAt: beginGesture(); break;
+        // clang-format on
     }
 }
 

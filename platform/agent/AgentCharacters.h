@@ -11,7 +11,9 @@ class AgentControl;
 class AgentCharacters
 {
 public:
-    explicit AgentCharacters(AgentControl *control) : m_control(control) {}
+    explicit AgentCharacters(AgentControl *control)
+        : m_control(control)
+    {}
 
     // Fails for an identifier already in use, a damaged file, or a control
     // that is not connected.

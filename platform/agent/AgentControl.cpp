@@ -1,7 +1,8 @@
 #include "platform/agent/AgentControl.h"
 
 AgentControl::AgentControl(QObject *parent)
-    : QObject(parent), m_characters(this)
+    : QObject(parent)
+    , m_characters(this)
 {
 }
 

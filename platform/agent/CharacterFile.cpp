@@ -169,9 +169,7 @@ bool CharacterFile::write(const QString &path) const
     root.insert(u"description", description);
     root.insert(u"width", size.width());
     root.insert(u"height", size.height());
-    root.insert(u"balloon", QJsonObject{{u"background"_qs, colourName(balloonBackground)},
-                                        {u"border"_qs, colourName(balloonBorder)},
-                                        {u"text"_qs, colourName(balloonText)}});
+    root.insert(u"balloon", QJsonObject{{u"background"_qs, colourName(balloonBackground)}, {u"border"_qs, colourName(balloonBorder)}, {u"text"_qs, colourName(balloonText)}});
     QJsonObject animationObject;
     for (auto it = animations.cbegin(); it != animations.cend(); ++it) {
         QJsonArray frames;

@@ -30,8 +30,7 @@ QFont balloonFont()
 } // namespace
 
 SpeechBalloon::SpeechBalloon()
-    : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::Tool | Qt::WindowDoesNotAcceptFocus
-                           | Qt::WindowTransparentForInput)
+    : QWidget(nullptr, Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint | Qt::Tool | Qt::WindowDoesNotAcceptFocus | Qt::WindowTransparentForInput)
     , m_background(0xFF, 0xFB, 0xEE)
     , m_border(0xC9, 0xA8, 0x6A)
     , m_textColour(0x4A, 0x36, 0x22)

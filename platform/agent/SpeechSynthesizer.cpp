@@ -13,7 +13,8 @@ constexpr int PieceTimeoutMs = 20000;
 } // namespace
 
 SpeechSynthesizer::SpeechSynthesizer(QObject *parent)
-    : QObject(parent), m_folder(QDir::tempPath() + QStringLiteral("/lantern-speech-XXXXXX"))
+    : QObject(parent)
+    , m_folder(QDir::tempPath() + QStringLiteral("/lantern-speech-XXXXXX"))
 {
 }
 

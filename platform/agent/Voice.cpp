@@ -39,7 +39,7 @@ const QStringList &Voice::japaneseModeIds()
 bool Voice::isInstalled(const QString &ttsModeId)
 {
     return japaneseModeIds().contains(ttsModeId.trimmed(), Qt::CaseInsensitive)
-           && installedEngine() != Engine::None;
+        && installedEngine() != Engine::None;
 }
 
 Voice::Engine Voice::installedEngine()

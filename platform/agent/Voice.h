@@ -11,7 +11,9 @@
 class Voice
 {
 public:
-    enum class Engine { None, OpenJTalk, EspeakNg };
+    enum class Engine { None,
+                        OpenJTalk,
+                        EspeakNg };
 
     // The two mode identifiers that mean "the Japanese voice".
     static const QStringList &japaneseModeIds();

@@ -39,7 +39,9 @@ constexpr quint16 FormatExtensible = 0xFFFE;
 } // namespace
 
 WaveAudio::WaveAudio(int sampleRate, int channels, const QList<qint16> &samples)
-    : m_sampleRate(sampleRate), m_channels(channels), m_samples(samples)
+    : m_sampleRate(sampleRate)
+    , m_channels(channels)
+    , m_samples(samples)
 {
 }
 
@@ -68,7 +70,7 @@ bool WaveAudio::load(const QString &path)
             sampleRate = int(le32(body + 4));
             const quint16 bits = le16(body + 14);
             formatOk = (format == FormatPcm || format == FormatExtensible) && bits == 16
-                       && channels > 0 && channels <= 8 && sampleRate > 0;
+                && channels > 0 && channels <= 8 && sampleRate > 0;
         } else if (id == "data") {
             if (!formatOk)
                 return false;

@@ -9,7 +9,7 @@
 namespace zinnia {
 class Character;
 class Recognizer;
-}
+} // namespace zinnia
 
 // Reads one handwritten character: the system's Zinnia recogniser with its
 // Japanese model. Strokes are point lists in the order they were drawn, in a

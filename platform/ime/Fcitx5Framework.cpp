@@ -18,14 +18,14 @@ namespace {
 const QString ControllerPath = QStringLiteral("/controller");
 const QString ControllerInterface = QStringLiteral("org.fcitx.Fcitx.Controller1");
 const QString ItemInterface = QStringLiteral("org.kde.StatusNotifierItem");
-constexpr int CallTimeout = 1000;   // ms
+constexpr int CallTimeout = 1000; // ms
 
 // Controller1.State: 0 while no input context has the focus, 1 for the plain
 // keyboard, 2 while an input method is active.
 constexpr int NoContextState = 0;
 constexpr int ActiveState = 2;
 // Qt's Fcitx context comes some 100-300 ms after the window.
-constexpr int ContextTimeout = 2000;   // ms
+constexpr int ContextTimeout = 2000; // ms
 
 QDBusMessage callController(const QString &method, QDBus::CallMode mode = QDBus::Block)
 {

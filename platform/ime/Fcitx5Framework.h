@@ -41,6 +41,6 @@ private slots:
 private:
     static int state();
 
-    QString m_item;   // "service/path" of Fcitx's item, empty while none
+    QString m_item; // "service/path" of Fcitx's item, empty while none
     StatusNotifierWatcher *m_watcher = nullptr;
 };

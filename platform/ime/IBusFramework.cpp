@@ -93,8 +93,10 @@ bool IBusFramework::reachable()
 IBusFramework::InputMode IBusFramework::modeForSymbol(const QString &symbol)
 {
     static const QList<std::pair<QString, InputMode>> modes = {
-        {QStringLiteral("あ"), InputMode::Hiragana},      {QStringLiteral("ア"), InputMode::FullKatakana},
-        {QStringLiteral("_ｱ"), InputMode::HalfKatakana},  {QStringLiteral("Ａ"), InputMode::FullAlphabet},
+        {QStringLiteral("あ"), InputMode::Hiragana},
+        {QStringLiteral("ア"), InputMode::FullKatakana},
+        {QStringLiteral("_ｱ"), InputMode::HalfKatakana},
+        {QStringLiteral("Ａ"), InputMode::FullAlphabet},
         {QStringLiteral("_A"), InputMode::HalfAlphabet},
     };
     for (const auto &[known, mode] : modes)
@@ -127,7 +129,7 @@ void IBusFramework::updateContentHints(Qt::InputMethodHints hints)
     QDBusMessage call = QDBusMessage::createMethodCall(IBusService, m_context, InputContextInterface,
                                                        QStringLiteral("SetContentType"));
     const uint ibusHints = hints.testFlag(Qt::ImhNoPredictiveText) ? 0u : WordCompletionHint;
-    call << uint(0) << ibusHints;   // purpose: free form
+    call << uint(0) << ibusHints; // purpose: free form
     ibus().call(call, QDBus::NoBlock);
 }
 

@@ -44,7 +44,7 @@ private:
     void listen();
     void readProperty(const QDBusArgument &argument);
 
-    QString m_context;   // the focused input context's object path
+    QString m_context; // the focused input context's object path
     QSet<QString> m_upgradedContexts;
     bool m_listening = false;
 };

@@ -65,9 +65,11 @@ std::unique_ptr<InputMethodFramework> InputMethodFramework::forThisDesktop()
 std::unique_ptr<InputMethodFramework> InputMethodFramework::create(Kind kind)
 {
     switch (kind) {
+    // clang-format off
     case IBus: return std::make_unique<IBusFramework>();
     case Fcitx5: return std::make_unique<Fcitx5Framework>();
     case NoFramework: break;
+        // clang-format on
     }
     return std::make_unique<InputMethodFramework>();
 }
@@ -75,12 +77,14 @@ std::unique_ptr<InputMethodFramework> InputMethodFramework::create(Kind kind)
 QString InputMethodFramework::symbolFor(InputMode mode)
 {
     switch (mode) {
+    // clang-format off
     case InputMode::Hiragana: return QStringLiteral("あ");
     case InputMode::FullKatakana: return QStringLiteral("ア");
     case InputMode::HalfKatakana: return QStringLiteral("_ｱ");
     case InputMode::FullAlphabet: return QStringLiteral("Ａ");
     case InputMode::HalfAlphabet: return QStringLiteral("_A");
     case InputMode::Off: break;
+        // clang-format on
     }
     return QStringLiteral("A");
 }

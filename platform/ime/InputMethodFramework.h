@@ -15,7 +15,9 @@ class InputMethodFramework : public QObject
     Q_OBJECT
 
 public:
-    enum Kind { NoFramework, IBus, Fcitx5 };
+    enum Kind { NoFramework,
+                IBus,
+                Fcitx5 };
     Q_ENUM(Kind)
 
     // The modes as the platform's IME status: 0 while no Japanese mode is on.

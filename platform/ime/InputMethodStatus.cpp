@@ -13,8 +13,7 @@ InputMethodStatus::InputMethodStatus()
     : m_framework(InputMethodFramework::forThisDesktop())
 {
     connect(m_framework.get(), &InputMethodFramework::modeChanged, this, &InputMethodStatus::modeChanged);
-    RuntimeLog::note("InputMethodStatus", QStringLiteral("input method framework: %1").arg(
-        QString::fromLatin1(QMetaEnum::fromType<InputMethodFramework::Kind>().valueToKey(m_framework->kind()))));
+    RuntimeLog::note("InputMethodStatus", QStringLiteral("input method framework: %1").arg(QString::fromLatin1(QMetaEnum::fromType<InputMethodFramework::Kind>().valueToKey(m_framework->kind()))));
 }
 
 QString InputMethodStatus::modeSymbol() const

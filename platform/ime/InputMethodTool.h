@@ -11,9 +11,12 @@
 class InputMethodTool
 {
 public:
+    // clang-format off
     enum Tool { Settings = 1, WordRegistration = 2, Dictionary = 3 };
+    // clang-format on
 
-    struct Command {
+    struct Command
+    {
         QString program;
         QStringList arguments;
         // NAME=VALUE entries added to this program's environment.

@@ -104,6 +104,7 @@ std::vector<quint16> build932Table()
 int RtfCodePage::forCharset(int charset)
 {
     switch (charset) {
+    // clang-format off
     case 0: return 1252;   // ANSI
     case 2: return 1252;   // Symbol: its bytes are read as they stand
     case 77: return 10000; // Mac Roman
@@ -124,6 +125,7 @@ int RtfCodePage::forCharset(int charset)
     case 255: return 437;  // OEM
     default: return 0;     // 1 (default charset) and unknown ones
     }
+    // clang-format on
 }
 
 QString RtfCodePage::decode(int codePage, QByteArrayView bytes)

@@ -7,6 +7,7 @@ const RtfKeyword *RtfKeyword::find(QByteArrayView name)
 {
     using K = RtfKeyword;
     static const std::unordered_map<std::string_view, RtfKeyword> table = {
+        // clang-format off
         {"rtf", {K::Rtf}}, {"urtf", {K::Rtf}}, {"ansi", {K::Ansi}}, {"mac", {K::Mac}},
         {"pc", {K::Pc}}, {"pca", {K::Pca}}, {"ansicpg", {K::AnsiCodePage}}, {"deff", {K::DefaultFont}},
         {"fonttbl", {K::FontTable}}, {"colortbl", {K::ColorTable}}, {"pn", {K::ListLevel}},
@@ -48,7 +49,7 @@ const RtfKeyword *RtfKeyword::find(QByteArrayView name)
         {"rdblquote", {K::Character, 0x201D}}, {"emspace", {K::Character, 0x2003}},
         {"enspace", {K::Character, 0x2002}}, {"qmspace", {K::Character, 0x2005}},
     };
+    // clang-format on
     const auto found = table.find(std::string_view(name.data(), static_cast<size_t>(name.size())));
     return found == table.end() ? nullptr : &found->second;
 }
-

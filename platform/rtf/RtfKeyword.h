@@ -7,6 +7,7 @@
 struct RtfKeyword
 {
     enum Word {
+        // clang-format off
         Rtf, Ansi, Mac, Pc, Pca, AnsiCodePage, DefaultFont,
         FontTable, ColorTable, ListLevel, SkipDestination,
         Font, Charset, CodePage, Red, Green, Blue,
@@ -16,6 +17,7 @@ struct RtfKeyword
         Par, Cell, Row, Unicode, UnicodeSkip, Binary,
         Character, // a word that stands for one character
     };
+    // clang-format on
 
     Word word;
     char32_t character = 0; // for Character: the one it stands for

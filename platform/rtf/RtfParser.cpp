@@ -32,7 +32,7 @@ bool RtfParser::isStorable(char32_t unit)
     if (unit < 0x20)
         return unit == u'\t';
     return unit != 0x7F && unit != QChar::ParagraphSeparator && unit != QChar::ObjectReplacementCharacter
-           && !(unit >= 0xFDD0 && unit <= 0xFDEF) && unit != 0x85;
+        && !(unit >= 0xFDD0 && unit <= 0xFDEF) && unit != 0x85;
 }
 
 RtfParser::RtfParser(QByteArrayView data, QTextCursor cursor)

@@ -29,15 +29,17 @@ public:
 
 private:
     enum class Destination {
-        Text,       // document text
-        Skip,       // read and thrown away
+        Text, // document text
+        Skip, // read and thrown away
         FontTable,
         ColorTable,
-        ListLevel,  // {\*\pn ...}: the paragraph's bullet or numbering
-        ListText,   // {\pntext ...}: the bullet as text, for readers without \pn
+        ListLevel, // {\*\pn ...}: the paragraph's bullet or numbering
+        ListText,  // {\pntext ...}: the bullet as text, for readers without \pn
     };
 
-    enum class ListKind { None, Bullet, Numbered };
+    enum class ListKind { None,
+                          Bullet,
+                          Numbered };
 
     struct CharProps
     {
@@ -102,9 +104,9 @@ private:
     QTextCursor m_cursor;
     std::vector<GroupState> m_stack;
     GroupState m_finalState;
-    int m_droppedDepth = 0;      // levels inside a group that was too deep
+    int m_droppedDepth = 0;        // levels inside a group that was too deep
     bool m_nextIsOptional = false; // after \*
-    int m_skipCount = 0;         // fallback characters still to pass after \uN
+    int m_skipCount = 0;           // fallback characters still to pass after \uN
     QString m_error;
 
     int m_ansiCodePage = 1252;

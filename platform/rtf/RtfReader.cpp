@@ -38,8 +38,7 @@ bool parseInto(const QByteArray &rtf, QTextCursor cursor, QString *error)
 bool RtfReader::looksLikeRtf(const QByteArray &bytes)
 {
     qsizetype start = 0;
-    while (start < bytes.size() && (bytes[start] == ' ' || bytes[start] == '\r' || bytes[start] == '\n'
-                                    || bytes[start] == '\t'))
+    while (start < bytes.size() && (bytes[start] == ' ' || bytes[start] == '\r' || bytes[start] == '\n' || bytes[start] == '\t'))
         ++start;
     const QByteArrayView rest = QByteArrayView(bytes).sliced(start);
     return rest.startsWith("{\\rtf") || rest.startsWith("{\\urtf");

@@ -9,7 +9,9 @@
 class RtfTokenizer
 {
 public:
+    // clang-format off
     enum class Kind { End, GroupStart, GroupEnd, ControlWord, ControlSymbol, HexByte, Text };
+    // clang-format on
 
     struct Token
     {

@@ -15,14 +15,16 @@ namespace {
 // The indent of a bulleted paragraph: the bullet hangs a quarter inch left of the text.
 constexpr int kListIndent = 360;
 
-enum class ListKind { None, Bullet, Numbered };
+enum class ListKind { None,
+                      Bullet,
+                      Numbered };
 
 struct ParaProps
 {
     int alignment = 0; // 0 left, 1 centre, 2 right, 3 justify
     ListKind list = ListKind::None;
-    int leftIndent = 0;  // twips
-    int firstIndent = 0; // twips
+    int leftIndent = 0;       // twips
+    int firstIndent = 0;      // twips
     int markerHalfPoints = 0; // the bullet's or number's size; lists only
 
     bool operator==(const ParaProps &) const = default;

@@ -29,7 +29,7 @@ public:
     struct Fitted
     {
         QFont font;
-        QString text;   // the lines joined with '\n'
+        QString text; // the lines joined with '\n'
     };
     static Fitted fit(const QFont &font, const QString &caption, const QSize &box, bool wrap);
 };

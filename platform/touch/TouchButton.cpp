@@ -257,7 +257,7 @@ QList<QRect> TouchButton::captionCharacterRects() const
     const QStringList lines = fitted.text.split(u'\n');
     // Lines stand centred as a block, each centred or, on a check box, at the left.
     int top = box.top() + (box.height() - int(lines.size()) * metrics.lineSpacing()) / 2;
-    qsizetype at = 0;   // the caption's character the next shown one is
+    qsizetype at = 0; // the caption's character the next shown one is
     for (const QString &line : lines) {
         const int width = metrics.horizontalAdvance(line);
         const int left = m_toggles ? box.left() : box.left() + (box.width() - width) / 2;

@@ -15,9 +15,9 @@ class TouchTheme
 {
 public:
     // Surfaces
-    static QColor paper();          // panel body
-    static QColor buttonTop();      // button face, top of its gradient
-    static QColor buttonBottom();   // button face, bottom of its gradient
+    static QColor paper();        // panel body
+    static QColor buttonTop();    // button face, top of its gradient
+    static QColor buttonBottom(); // button face, bottom of its gradient
     static QColor hoverTop();
     static QColor hoverBottom();
     static QColor downTop();
@@ -27,11 +27,11 @@ public:
     static QColor titleText(bool active);
 
     // Lines and type
-    static QColor ink();            // captions and text
+    static QColor ink(); // captions and text
     static QColor inkDisabled();
-    static QColor promptInk();      // prompt texts of empty edits
+    static QColor promptInk(); // prompt texts of empty edits
     static QColor border();
-    static QColor accent();         // hover frames, pressed frames, focus
+    static QColor accent(); // hover frames, pressed frames, focus
     static QColor accentDark();
     static QColor shadow(int alpha);
 

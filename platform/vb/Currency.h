@@ -20,7 +20,9 @@ public:
     friend bool operator!=(const Currency &a, const Currency &b) { return a.m_count != b.m_count; }
 
 private:
-    explicit Currency(qint64 count) : m_count(count) {}
+    explicit Currency(qint64 count)
+        : m_count(count)
+    {}
 
     qint64 m_count = 0;
 };

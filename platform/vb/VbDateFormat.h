@@ -18,6 +18,6 @@ public:
     static QString format(const QDateTime &value, const QString &pattern);
 
     // The parts of the Japanese era calendar for one day.
-    static QString eraName(const QDate &date);   // "令和"
-    static int eraYear(const QDate &date);       // 1 in the first year
+    static QString eraName(const QDate &date); // "令和"
+    static int eraYear(const QDate &date);     // 1 in the first year
 };

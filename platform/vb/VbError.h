@@ -14,10 +14,10 @@ public:
     QString description() const { return m_description; }
 
     // The errors of the runtime that this program raises itself.
-    static VbError invalidArgument();   // 5
-    static VbError overflow();          // 6
-    static VbError divisionByZero();    // 11
-    static VbError typeMismatch();      // 13
+    static VbError invalidArgument(); // 5
+    static VbError overflow();        // 6
+    static VbError divisionByZero();  // 11
+    static VbError typeMismatch();    // 13
 
     // Object-defined errors start here (vbObjectError).
     static constexpr int ObjectErrorBase = -2147221504;

@@ -97,7 +97,7 @@ void VbInput::consumeLineEnd()
     if (!atEnd() && m_data[m_position] == '\n')
         ++m_position;
     else if (atEnd())
-        m_ranOut = true;   // a CR at the end: its LF may still follow
+        m_ranOut = true; // a CR at the end: its LF may still follow
 }
 
 QByteArray VbInput::readLine()

@@ -46,7 +46,8 @@ public:
     static bool parseDate(QByteArrayView text, QDateTime *value);
 
 private:
-    enum class Field { Text, DateLiteral };
+    enum class Field { Text,
+                       DateLiteral };
     QByteArray readField(Field kind, bool *quoted);
     void skipToDelimiter();
     void consumeLineEnd();

@@ -5,8 +5,10 @@ namespace {
 bool isWordSeparator(QChar c)
 {
     switch (c.unicode()) {
+    // clang-format off
     case 0x00: case 0x09: case 0x0A: case 0x0B: case 0x0C: case 0x0D: case 0x20: case 0x3000:
         return true;
+    // clang-format on
     default:
         return false;
     }
@@ -106,7 +108,7 @@ QString VbStrConv::narrow(const QString &text)
         const QString parts = QString(ch).normalized(QString::NormalizationForm_D);
         const qsizetype base = fullWidthKana().indexOf(parts.at(0));
         if (base < 0) {
-            result += ch;   // ヮ, ヰ, ヱ, ヵ, ヶ have no half-width form
+            result += ch; // ヮ, ヰ, ヱ, ヵ, ヶ have no half-width form
             continue;
         }
         result += QChar(char16_t(HalfWidthKanaFirst + base));

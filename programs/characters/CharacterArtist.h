@@ -14,8 +14,8 @@ class CharacterArtist
 public:
     virtual ~CharacterArtist() = default;
 
-    virtual QString fileName() const = 0;    // "LANTERN.ACS"
-    virtual QString name() const = 0;        // shown to people
+    virtual QString fileName() const = 0; // "LANTERN.ACS"
+    virtual QString name() const = 0;     // shown to people
     virtual QString description() const = 0;
     // Artists draw on a 200 x 240 design; the picture leaves room around it
     // for arms that reach out and for leaning.

@@ -17,5 +17,5 @@ struct Pose
     double bow = 0.0;       // 0 upright, 1 a full bow
     double scale = 1.0;     // growing in when shown, shrinking when hidden
     double opacity = 1.0;
-    double glow = 0.5;      // the lantern's light, the owl's blush
+    double glow = 0.5; // the lantern's light, the owl's blush
 };

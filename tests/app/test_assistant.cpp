@@ -110,9 +110,9 @@ private slots:
         QTest::newRow("first pose") << 3 << QStringList{"Hello!"} << hello + restEnding("RestPose");
         QTest::newRow("bye!") << 3 << QStringList{"Hello!", "bye!"}
                               << hello + restEnding("RestPose")
-                                     + QStringList{"StopAll", "Get Animation Acknowledge", "Play Acknowledge",
-                                                   "Get State Speaking", "Speak " + Farewell, "Get State Hiding", "Hide"}
-                                     + restEnding("RestPose");
+                + QStringList{"StopAll", "Get Animation Acknowledge", "Play Acknowledge",
+                              "Get State Speaking", "Speak " + Farewell, "Get State Hiding", "Hide"}
+                + restEnding("RestPose");
     }
 
     void greetingAndFarewell()
@@ -179,7 +179,8 @@ private slots:
         QTest::addColumn<bool>("voice");
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("spoken");
-        QTest::newRow("no voice") << false << "あいう漢字\nです" << "あいう漢字\nです";
+        QTest::newRow("no voice") << false << "あいう漢字\nです"
+                                  << "あいう漢字\nです";
         QTest::newRow("Japanese voice") << true << "あいう漢字" << P + "あいう" + P + "漢字";
     }
 

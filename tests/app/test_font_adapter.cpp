@@ -158,8 +158,8 @@ private slots:
                 if (document)
                     continue;
                 const QString seen = QStringLiteral("%1 %2: %3 → %4")
-                    .arg(control->metaObject()->className(), control->objectName(), control->font().family(),
-                         QFontInfo(control->font()).family());
+                                         .arg(control->metaObject()->className(), control->objectName(), control->font().family(),
+                                              QFontInfo(control->font()).family());
                 QVERIFY2(control->font().family() == QStringLiteral("MS UI Gothic"), qPrintable(seen));
                 QVERIFY2(control->property("Charset").toInt() == 128, qPrintable(seen));
                 QVERIFY2(japanese.contains(QFontInfo(control->font()).family()), qPrintable(seen));
@@ -173,11 +173,13 @@ private slots:
             int pixels;
             bool bold;
         } sizes[] = {
+            // clang-format off
             {0, "Channels4", 26, false},       {0, "BackToStart", 32, false}, {0, "InfoBarHowToMonitor", 20, false},
             {0, "MenuBoxPages200", 26, true},  {0, "SideMenuBarTopics", 22, true},
             {1, "閉じる", 22, false},           {1, "マイナスイオン", 20, false}, {1, "ランダム", 24, false},
             {2, "変換", 11, false},             {2, "＋", 14, false},
         };
+        // clang-format on
         for (const auto &row : sizes) {
             const QString name = QString::fromUtf8(row.control);
             QWidget *control = nullptr;

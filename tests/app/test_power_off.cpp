@@ -30,9 +30,7 @@ private slots:
     {
         QFETCH(QString, asked);
         using A = PowerOff::Action;
-        const QMap<A, QString> actions{{A::None, "None"}, {A::ShutDown, "ShutDown"}, {A::LogOff, "LogOff"},
-                                       {A::DelayedForcedShutdown, "DelayedForcedShutdown"},
-                                       {A::ImmediatePowerOff, "ImmediatePowerOff"}};
+        const QMap<A, QString> actions{{A::None, "None"}, {A::ShutDown, "ShutDown"}, {A::LogOff, "LogOff"}, {A::DelayedForcedShutdown, "DelayedForcedShutdown"}, {A::ImmediatePowerOff, "ImmediatePowerOff"}};
         const PowerOff::Version version{asked.startsWith(u"NT") ? PowerOff::Family::NT : PowerOff::Family::Consumer,
                                         asked.section(u' ', 1).section(u'.', 0, 0).toInt(),
                                         asked.section(u'.', 1).toInt()};

@@ -56,9 +56,11 @@ private slots:
         QCOMPARE(QFileInfo(SettingsStore::filePath()).fileName(), QStringLiteral("Fernwick Nib 2007.ini"));
         const QByteArray text = fileBytes(SettingsStore::filePath());
         QVERIFY2(text.contains("[Settings]\nPath=" + QCoreApplication::applicationDirPath().toUtf8() + "\n"
-                               "Shutdown=False\nHow-to=True\nSmart Pencil=True\n"), text);
+                                                                                                       "Shutdown=False\nHow-to=True\nSmart Pencil=True\n"),
+                 text);
         QVERIFY2(text.contains("[Skin Settings]\nWallpaper Type=5\nWallpaper Directory=..\nWallpaper File=WELCOME.BMP\n"
-                               "Music=False\nGraphic=True\n"), text);
+                               "Music=False\nGraphic=True\n"),
+                 text);
         QVERIFY2(text.contains("[Database Settings]\nPrevious=False\nRecent=\nMore Than=0\n"), text);
     }
 

@@ -65,7 +65,7 @@ private slots:
 
         // Kind 11 is 800 by 600 pixels, and inner coordinates run to 800 by 600.
         applet.resize(300, 200);
-        applet.setDocument(10);   // other kinds keep the size
+        applet.setDocument(10); // other kinds keep the size
         QCOMPARE(applet.size(), QSize(300, 200));
         applet.setDocument(11);
         QCOMPARE(applet.size(), QSize(800, 600));
@@ -106,8 +106,7 @@ private slots:
 
     void printingDefineHandsTheCodesOverInOrder()
     {
-        DocumentRecord record{.PaperSetting1 = 8, .PaperSetting2 = 7, .PaperSetting3 = 2, .PaperSetting4 = 2,
-                              .PaperSetting5 = -4, .Copies = 3, .Zoom = 150};
+        DocumentRecord record{.PaperSetting1 = 8, .PaperSetting2 = 7, .PaperSetting3 = 2, .PaperSetting4 = 2, .PaperSetting5 = -4, .Copies = 3, .Zoom = 150};
         m_applet->setRecord(&record);
         // The job's printer: a PDF file, so that no print system is involved.
         QTemporaryDir folder;

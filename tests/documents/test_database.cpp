@@ -192,7 +192,7 @@ private slots:
         const QString both = folder() + "/both.TXT";
         QVERIFY(Database::SaveDocument(both, blankDocument("b", at(2009, 4, 1, 9), "x"), 3));
         QCOMPARE(FileAttributes::of(both), FileAttributes::ReadOnly | FileAttributes::Hidden);
-        QDir().mkpath(folder() + "/folder.TXT");   // folders are never listed
+        QDir().mkpath(folder() + "/folder.TXT"); // folders are never listed
 
         auto set = [](const QStringList &list) { return QSet<QString>(list.begin(), list.end()); };
         const QList<QSet<QString>> expected{
@@ -202,7 +202,7 @@ private slots:
             {readOnly, hidden, both},
             {other, hiddenOther},
             {hiddenOther},
-            {plain, lower, dotted, readOnly, hidden, both},   // 2 wins over 4
+            {plain, lower, dotted, readOnly, hidden, both}, // 2 wins over 4
         };
         for (int flags = 0; flags < expected.size(); ++flags)
             QVERIFY2(set(Database::ListDocuments(flags)) == expected[flags], qPrintable(QString::number(flags)));
@@ -216,7 +216,7 @@ private slots:
     {
         for (int i = 0; i < 40; ++i)
             writeRaw(QStringLiteral("%1.TXT").arg((i * 7919) % 1000, 14, 10, QChar('0')), "\"\",#2009-04-01#\r\n");
-        QStringList expected = QDir(folder()).entryList(QDir::Files, QDir::Unsorted);   // as the directory holds them
+        QStringList expected = QDir(folder()).entryList(QDir::Files, QDir::Unsorted); // as the directory holds them
         for (QString &name : expected)
             name.prepend(folder() + '/');
         QCOMPARE(Database::ListDocuments(2), expected);
@@ -228,7 +228,7 @@ private slots:
         const QString kept = folder() + "/kept.TXT";
         QVERIFY(Database::SaveDocument(kept, blankDocument("kept", at(2009, 4, 1, 9, 30, 15), "old"), 3));
         const QString binary = writeRaw("b.TXT", "\"Binary\",#2009-04-01#\r\nbody\r\n");
-        const QList<QPair<QString, int>> refused{{kept, 2}, {binary, 4}, {binary, 5}};   // read-only; binary mode
+        const QList<QPair<QString, int>> refused{{kept, 2}, {binary, 4}, {binary, 5}}; // read-only; binary mode
         for (const auto &[path, mode] : refused) {
             const QByteArray before = fileBytes(path);
             QVERIFY(!Database::SaveDocument(path, blankDocument("new", at(2010, 1, 1, 1, 1, 1), "new"), mode));

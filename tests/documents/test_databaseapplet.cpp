@@ -96,7 +96,7 @@ private slots:
     void fontSizeFormatsTheWholeParagraphAtTheCaret_data()
     {
         QTest::addColumn<int>("paragraph");
-        QTest::addColumn<int>("offset");   // characters into that paragraph
+        QTest::addColumn<int>("offset"); // characters into that paragraph
         QTest::newRow("first") << 0 << 3;
         QTest::newRow("middle, at its start") << 1 << 0;
         QTest::newRow("last, no line end after it") << 2 << 4;
@@ -178,9 +178,9 @@ private slots:
 
     void colourAndUnderlineNeverSurvive_data()
     {
-        QTest::addColumn<QString>("before");      // typed first; the caret then goes one left
-        QTest::addColumn<QString>("html");        // pasted when set
-        QTest::addColumn<QByteArray>("rtf");      // pasted when set
+        QTest::addColumn<QString>("before"); // typed first; the caret then goes one left
+        QTest::addColumn<QString>("html");   // pasted when set
+        QTest::addColumn<QByteArray>("rtf"); // pasted when set
         QTest::addColumn<QString>("expected");
         QTest::addColumn<int>("caret");
         // Neither html nor rtf: red underlined text typed at the end.

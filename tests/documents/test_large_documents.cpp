@@ -30,7 +30,7 @@ QString documentOfSize(qint64 bytes)
 {
     DocumentRecord record = blankDocument(u"大きい"_s, QDateTime(QDate(2021, 3, 4), QTime(5, 6, 7)));
     const QString path = Database::NewFileName(record.Timestamp);
-    const QByteArray header = "\"\x91\xe5\x82\xab\x82\xa2\",#2021-03-04 05:06:07#\r\n";   // the title in code page 932
+    const QByteArray header = "\"\x91\xe5\x82\xab\x82\xa2\",#2021-03-04 05:06:07#\r\n"; // the title in code page 932
     const QString head = u"{\\rtf1\\ansi "_s;
     const QString paragraph = u"A line of the diary, long enough to wrap.\\par "_s;
     QString body = head;

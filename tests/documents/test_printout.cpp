@@ -78,7 +78,7 @@ private slots:
         QTest::addColumn<int>("paperCode");
         QTest::addColumn<int>("screenZoom");
         QTest::addColumn<double>("scale");
-        QTest::addColumn<QString>("pageSize");   // pdfinfo's, in points
+        QTest::addColumn<QString>("pageSize"); // pdfinfo's, in points
         QTest::newRow("A4") << 10 << 100 << 1.0 << "595(\\.\\d+)? x 842";
         // JIS B5 is 182 x 257 mm; a layout made for A4 shrinks to 86 % on it,
         // and a page shown at 150 % is not printed larger for it.
@@ -167,7 +167,7 @@ private slots:
         int beeps = 0;
         connect(applet(), &Applet::beeped, this, [&] { ++beeps; });
         m_fixture->open();
-        QCOMPARE(applet()->Printout(), false);   // no printer at all
+        QCOMPARE(applet()->Printout(), false); // no printer at all
         QCOMPARE(beeps, 0);
         QVERIFY(!m_fixture->host.printing()->printer());
 

@@ -45,7 +45,7 @@ private slots:
         newer.keep(QString(), blankDocument(QStringLiteral("newer"), {}, QStringLiteral("y")));
         newer.flush();
         QCOMPARE(leftBehindTitle(), QStringLiteral("newer"));
-        QCOMPARE(RecoveryJournal().leftBehind()->origin, QString());   // a new document has no file
+        QCOMPARE(RecoveryJournal().leftBehind()->origin, QString()); // a new document has no file
     }
 
     // Opened again, the text belongs to the run that opened it: saved there,

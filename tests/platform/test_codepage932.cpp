@@ -53,7 +53,9 @@ private slots:
     // after its first encoding, which used to switch them from 0x1A to U+FFFD.
     void badBytesReadTheSameWhateverCameBefore()
     {
-        const QByteArray bad("A\xff\x80\xa0" "B", 5);
+        const QByteArray bad("A\xff\x80\xa0"
+                             "B",
+                             5);
         const QString expected = QStringLiteral("A\uFFFD\uFFFD\uFFFDB");
         QString first, second;
         std::thread fresh([&] {
@@ -69,8 +71,7 @@ private slots:
 
     void leadBytesAre81To9FAndE0ToFC()
     {
-        const std::pair<int, bool> bytes[] = {{0x80, false}, {0x81, true}, {0x9f, true}, {0xa0, false},
-                                              {0xdf, false}, {0xe0, true}, {0xfc, true}, {0xfd, false}};
+        const std::pair<int, bool> bytes[] = {{0x80, false}, {0x81, true}, {0x9f, true}, {0xa0, false}, {0xdf, false}, {0xe0, true}, {0xfc, true}, {0xfd, false}};
         for (const auto &[byte, lead] : bytes)
             QVERIFY2(CodePage932::isLeadByte(uchar(byte)) == lead, qPrintable(QString::number(byte, 16)));
     }

@@ -28,11 +28,11 @@ public:
     {
         const QString config = m_folder.filePath(u"bus.conf"_s);
         if (!writeFileBytes(config, u"<!DOCTYPE busconfig PUBLIC \"-//freedesktop//DTD D-Bus Bus Configuration 1.0//EN\""
-                   " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
-                   "<busconfig><type>session</type><listen>unix:dir=%1</listen><auth>EXTERNAL</auth>"
-                   "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>%2</policy>"
-                   "</busconfig>"_s.arg(m_folder.path(), refuseTheName ? u"<deny own=\"jp.fernwick.Lantern\"/>"_s : QString())
-                       .toUtf8()))
+                                    " \"http://www.freedesktop.org/standards/dbus/1.0/busconfig.dtd\">"
+                                    "<busconfig><type>session</type><listen>unix:dir=%1</listen><auth>EXTERNAL</auth>"
+                                    "<policy context=\"default\"><allow send_destination=\"*\" eavesdrop=\"true\"/><allow eavesdrop=\"true\"/><allow own=\"*\"/>%2</policy>"
+                                    "</busconfig>"_s.arg(m_folder.path(), refuseTheName ? u"<deny own=\"jp.fernwick.Lantern\"/>"_s : QString())
+                                        .toUtf8()))
             return;
         m_daemon.start(u"dbus-daemon"_s, {u"--config-file="_s + config, u"--print-address"_s, u"--nofork"_s});
         if (m_daemon.waitForStarted() && m_daemon.waitForReadyRead(5000))

@@ -27,9 +27,11 @@ private slots:
         QTest::addColumn<QString>("device");
         QTest::addColumn<QString>("driver");
         QTest::addColumn<QString>("caption");
+        // clang-format off
         QTest::newRow("upper-case driver") << "Office" << "HP LASERJET 4" << "Office (Hp Laserjet 4)";
         QTest::newRow("device name kept as it is") << "EPSON EP-804A" << "epson" << "EPSON EP-804A (Epson)";
         QTest::newRow("no driver") << "PDF" << "" << "PDF ()";
+        // clang-format on
     }
 
     void captionIsDeviceAndDriverInProperCase()
@@ -37,7 +39,7 @@ private slots:
         QFETCH(QString, device);
         QFETCH(QString, driver);
         QFETCH(QString, caption);
-        QCOMPARE(PrinterList::caption({ device, driver }), caption);
+        QCOMPARE(PrinterList::caption({device, driver}), caption);
     }
 
     void noPrinterAtAll()

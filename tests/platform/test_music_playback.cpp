@@ -16,7 +16,7 @@ class TestMusicPlayback : public QObject
 
     PrivateSoundServer m_server;
     const QString m_tune = qEnvironmentVariable("LANTERN_PROGRAM_DIR", QStringLiteral(LANTERN_PROGRAM_DIR))
-                           + QStringLiteral("/SKIN/2.MIDI");
+        + QStringLiteral("/SKIN/2.MIDI");
 
     bool sounding() const { return m_server.sinkState() == QLatin1String("RUNNING"); }
 

@@ -15,7 +15,7 @@ namespace {
 constexpr int RenderTimeoutMs = 60 * 1000;
 
 const QString skinTune = qEnvironmentVariable("LANTERN_PROGRAM_DIR", QStringLiteral(LANTERN_PROGRAM_DIR))
-                         + QStringLiteral("/SKIN/2.MIDI");
+    + QStringLiteral("/SKIN/2.MIDI");
 
 // Every rendered or half-rendered file in the cache.
 QStringList cachedFiles()
@@ -112,7 +112,8 @@ private slots:
         QTest::newRow("text file") << QByteArray("Not a tune at all\n") << synth << font << "is not a MIDI file";
         QTest::newRow("damaged MIDI") << QByteArray(damaged, sizeof damaged - 1) << synth << font << "could not render";
         QTest::newRow("no synthesizer") << QByteArray("MThd") << "/nonexistent/fluidsynth" << font << "is not installed";
-        QTest::newRow("no soundfont") << QByteArray("MThd") << synth << "/nonexistent/GM.sf2" << "no soundfont";
+        QTest::newRow("no soundfont") << QByteArray("MThd") << synth << "/nonexistent/GM.sf2"
+                                      << "no soundfont";
     }
 
     void badTunesAndMissingToolsFailQuietly()

@@ -22,14 +22,16 @@ public:
     CupsSession(const CupsSession &) = delete;
     CupsSession &operator=(const CupsSession &) = delete;
 
-    enum class Start { Started, NotPossibleHere, Failed };
+    enum class Start { Started,
+                       NotPossibleHere,
+                       Failed };
     // Starts the scheduler and points this process's CUPS clients at it.
     // NotPossibleHere means the test should be skipped; problem() says why.
     Start start()
     {
         QProcess process;
         if (m_folder.isValid())
-            process.start(QStringLiteral("bash"), { script(), QStringLiteral("start"), m_folder.path() });
+            process.start(QStringLiteral("bash"), {script(), QStringLiteral("start"), m_folder.path()});
         if (!process.waitForFinished(60000)) {
             m_problem = QStringLiteral("no temporary folder, or the session script did not finish");
             return Start::Failed;
@@ -51,14 +53,14 @@ public:
     void stop()
     {
         if (std::exchange(m_running, false))
-            QProcess::execute(QStringLiteral("bash"), { script(), QStringLiteral("stop"), m_folder.path() });
+            QProcess::execute(QStringLiteral("bash"), {script(), QStringLiteral("stop"), m_folder.path()});
     }
     QString problem() const { return m_problem; }
 
     // The queue's jobs in one state ("completed", "not-completed"), one a line.
     QStringList jobs(const QString &which) const
     {
-        return toolOutput(QStringLiteral("lpstat"), { QStringLiteral("-W"), which, QStringLiteral("-o"), QStringLiteral("PDF") },
+        return toolOutput(QStringLiteral("lpstat"), {QStringLiteral("-W"), which, QStringLiteral("-o"), QStringLiteral("PDF")},
                           10000)
             .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     }
@@ -71,7 +73,7 @@ public:
             QThread::msleep(100);
         const QDir output(m_outputFolder);
         QStringList pdfs;
-        for (const QString &name : output.entryList({ QStringLiteral("*.pdf") }, QDir::Files, QDir::Time | QDir::Reversed))
+        for (const QString &name : output.entryList({QStringLiteral("*.pdf")}, QDir::Files, QDir::Time | QDir::Reversed))
             pdfs.append(output.filePath(name));
         return pdfs;
     }
@@ -87,12 +89,12 @@ private:
 
 // Starts a test program's session in its initTestCase: skipped where this
 // machine cannot run a private scheduler, failed where it should but did not.
-#define LANTERN_START_CUPS_SESSION(session)                     \
-    switch ((session).start()) {                                \
-    case CupsSession::Start::NotPossibleHere:                   \
-        QSKIP(qPrintable((session).problem()));                 \
-    case CupsSession::Start::Failed:                            \
-        QFAIL(qPrintable((session).problem()));                 \
-    case CupsSession::Start::Started:                           \
-        break;                                                  \
+#define LANTERN_START_CUPS_SESSION(session)     \
+    switch ((session).start()) {                \
+    case CupsSession::Start::NotPossibleHere:   \
+        QSKIP(qPrintable((session).problem())); \
+    case CupsSession::Start::Failed:            \
+        QFAIL(qPrintable((session).problem())); \
+    case CupsSession::Start::Started:           \
+        break;                                  \
     }

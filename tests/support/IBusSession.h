@@ -55,13 +55,13 @@ inline bool runInside(int argc, char **argv, int &status)
 
 } // namespace IBusSession
 
-#define LANTERN_IBUS_TEST_MAIN(TestClass) \
-    int main(int argc, char **argv) \
-    { \
-        int status = 0; \
+#define LANTERN_IBUS_TEST_MAIN(TestClass)               \
+    int main(int argc, char **argv)                     \
+    {                                                   \
+        int status = 0;                                 \
         if (IBusSession::runInside(argc, argv, status)) \
-            return status; \
-        QApplication app(argc, argv); \
-        TestClass test; \
-        return QTest::qExec(&test, argc, argv); \
+            return status;                              \
+        QApplication app(argc, argv);                   \
+        TestClass test;                                 \
+        return QTest::qExec(&test, argc, argv);         \
     }

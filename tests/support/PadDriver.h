@@ -66,9 +66,8 @@ public:
             return;
         }
         const QPoint at = widget->mapToGlobal(local);
-        QProcess::execute(xdotool, {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y()),
-                                    QStringLiteral("click"), QStringLiteral("1")});
-        QTest::qWait(30);   // let the click arrive before the next one
+        QProcess::execute(xdotool, {QStringLiteral("mousemove"), QString::number(at.x()), QString::number(at.y()), QStringLiteral("click"), QStringLiteral("1")});
+        QTest::qWait(30); // let the click arrive before the next one
     }
 
     void clickButton(int index)

@@ -27,8 +27,8 @@ inline QList<Word> words(const QString &pdf, int page = 1)
 {
     constexpr double pointsPerCm = 72 / 2.54;
     const QString html = toolOutput(QStringLiteral("pdftotext"),
-                                    { QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
-                                      QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-") });
+                                    {QStringLiteral("-bbox"), QStringLiteral("-f"), QString::number(page),
+                                     QStringLiteral("-l"), QString::number(page), pdf, QStringLiteral("-")});
     static const QRegularExpression word(QStringLiteral(
         R"re(<word xMin="([\d.]+)" yMin="([\d.]+)" xMax="([\d.]+)" yMax="([\d.]+)">([^<]*)</word>)re"));
     QList<Word> found;
@@ -36,7 +36,7 @@ inline QList<Word> words(const QString &pdf, int page = 1)
         const auto m = it.next();
         const QPointF topLeft(m.captured(1).toDouble(), m.captured(2).toDouble());
         const QPointF bottomRight(m.captured(3).toDouble(), m.captured(4).toDouble());
-        found.append({ m.captured(5).normalized(QString::NormalizationForm_KC), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm) });
+        found.append({m.captured(5).normalized(QString::NormalizationForm_KC), QRectF(topLeft / pointsPerCm, bottomRight / pointsPerCm)});
     }
     return found;
 }
@@ -68,7 +68,7 @@ inline QRectF boxAround(const QList<Word> &words, const QString &text)
 // What pdfinfo prints: "Pages:", "Page size:" and the rest.
 inline QString info(const QString &pdf)
 {
-    return toolOutput(QStringLiteral("pdfinfo"), { pdf });
+    return toolOutput(QStringLiteral("pdfinfo"), {pdf});
 }
 
 // -1 when the file cannot be read.

@@ -42,10 +42,10 @@ public:
         environment.remove(QStringLiteral("PULSE_SERVER"));
         m_server.setProcessEnvironment(environment);
         m_server.setProcessChannelMode(QProcess::MergedChannels);
-        m_server.start(program, QProcess::splitCommand(
-            QStringLiteral("-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes"
-                           " -L \"module-null-sink sink_name=lantern_test\""
-                           " -L \"module-native-protocol-unix auth-anonymous=1 socket=%1\"").arg(socket)));
+        m_server.start(program, QProcess::splitCommand(QStringLiteral("-n --daemonize=no --exit-idle-time=-1 --use-pid-file=no --disable-shm=yes"
+                                                                      " -L \"module-null-sink sink_name=lantern_test\""
+                                                                      " -L \"module-native-protocol-unix auth-anonymous=1 socket=%1\"")
+                                                           .arg(socket)));
         const QDeadlineTimer deadline(10000);
         while (m_server.waitForStarted(5000) && !deadline.hasExpired()) {
             if (!sinkState().isEmpty()) {

@@ -131,7 +131,9 @@ private slots:
         }
         const QString message = errors.isEmpty() ? QString() : errors.first().first().toString();
         QTEST(QStringList({QString::number(thrown), QString::number(errors.count()), message, calculator.Text(),
+                           // clang-format off
                            accumulator(calculator), QString::number(calculator.Count())}).join(u'|'), "answer");
+        // clang-format on
         QCOMPARE(changes.count(), 0);
         QCOMPARE(calculator.State(), Calculator::Entering);
         calculator.Clear();
@@ -144,9 +146,11 @@ private slots:
     void money()
     {
         const QList<std::pair<QString, qint64>> cases = {
+            // clang-format off
             {u"1234.56785"_s, 12345678}, {u"1.00015"_s, 10002}, {u"-|2|.|5"_s, -25000},
             {u"1|[/]|3|[=]"_s, 3300}, {u"5|-|-"_s, 0}, {u"922337203685477"_s, 9223372036854770000}, {u"922337203685478"_s, 0},
         };
+        // clang-format on
         for (const auto &[steps, tenThousandths] : cases) {
             Calculator calculator;
             calculator.Clear();

@@ -92,9 +92,9 @@ private slots:
             QCOMPARE(down->mapTo(window, down->rect().bottomLeft()).y() + 1, across->mapTo(window, QPoint()).y());
             bars.SetVisible(false);
             QVERIFY(!bars.HScrollBar() && !bars.VScrollBar());
-            bars.SetProperty(1024, 0x300000);   // read from the window, never stored over it
+            bars.SetProperty(1024, 0x300000); // read from the window, never stored over it
             QCOMPARE(bars.Property(1024), 0);
-            bars.SetProperty(2048, 1234);   // the palette property
+            bars.SetProperty(2048, 1234); // the palette property
             QCOMPARE(bars.hPal(), 1234);
             bars.SetEnabled(false);
             QVERIFY(!across->isEnabled() && !down->isEnabled());

@@ -28,7 +28,8 @@ private:
                 const QStringList xy = points[std::min(i, points.size() - 1)].split(u',');
                 const QPointF at = QPointF(xy[0].toDouble(), xy[1].toDouble()) * page->canvas()->width() / 100.0;
                 const bool held = i < points.size();
-                QMouseEvent event(i == 0 ? QEvent::MouseButtonPress : held ? QEvent::MouseMove : QEvent::MouseButtonRelease,
+                QMouseEvent event(i == 0 ? QEvent::MouseButtonPress : held ? QEvent::MouseMove
+                                                                           : QEvent::MouseButtonRelease,
                                   at, at, Qt::LeftButton, held ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
                 QApplication::sendEvent(page->canvas(), &event);
             }
@@ -85,12 +86,14 @@ private slots:
     void charactersAreAmongTheFirstFive()
     {
         const std::pair<const char *, const char16_t *> drawings[] = {
+            // clang-format off
             {"10,50 90,50", u"一"}, {"25,30 75,30|10,70 90,70", u"二"}, {"20,20 80,20|30,50 70,50|10,82 90,82", u"三"},
             {"10,45 90,45|50,10 50,90", u"十"}, {"30,30 30,70|30,30 70,30 70,70|30,68 70,68", u"口"},
             {"25,10 25,90|25,10 75,10 75,90|25,50 75,50|25,88 75,88", u"日"}, {"50,10 45,50 15,90|48,45 85,90", u"人"},
             {"65,10 30,50 65,90", u"く"}, {"35,10 35,70 45,85 60,85 80,70", u"し"}, {"10,60 35,35 90,75", u"へ"},
             {"25,20 22,55 28,80 35,75|70,30 80,50 82,70", u"い"}, {"35,30 65,30 58,38|30,62 40,72 75,72", u"こ"},
         };
+        // clang-format on
         for (const auto &[drawing, character] : drawings) {
             page->clear();
             draw(drawing);

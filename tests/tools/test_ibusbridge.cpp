@@ -60,14 +60,14 @@ private slots:
         QList<qint32> statuses;
         auto watch = connect(pad->dialog, &InfoDlg::KeyCheck, this,
                              [&statuses](qint32 &status, qint32 &, QString &) { statuses.append(status); });
-        pad->clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}});   // に ほ ん ご
+        pad->clickKeys(KeyTable::Hiragana, {{5, 2}, {6, 5}, {10, 3}, {11, 5}}); // に ほ ん ご
         disconnect(watch);
         QCOMPARE(statuses, QList<qint32>({4, 4, 4, 4}));
         QTRY_COMPARE(composing(), QStringLiteral("にほんご"));
         QCOMPARE(typed(), QString());
-        pad->clickButton(17);   // convert
+        pad->clickButton(17); // convert
         QTRY_COMPARE(composing(), QStringLiteral("日本語"));
-        pad->clickButton(19);   // apply
+        pad->clickButton(19); // apply
         QTRY_COMPARE(ime->Read(), QStringLiteral("日本語\r\nにほんご"));
         verifyFocusStayed();
         // The alphabet types full width while the input method is on; a key
@@ -75,7 +75,7 @@ private slots:
         pad->clickKeys(KeyTable::Alpha, {{1, 1}, {13, 4}, {17, 1}});
         pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
         QTRY_COMPARE(composing(), QStringLiteral("に"));
-        pad->clickKeys(KeyTable::Hiragana, {{20, 3}});   // 『
+        pad->clickKeys(KeyTable::Hiragana, {{20, 3}}); // 『
         QTRY_COMPARE(typed(), QStringLiteral("日本語Ａｚ７に『"));
         QCOMPARE(composing(), QString());
         verifyFocusStayed();

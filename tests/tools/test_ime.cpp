@@ -51,7 +51,8 @@ private slots:
         SentKeys sent;
         for (int code = -1; code <= 7; ++code) {
             bool ran = false;
-            QMetaObject::invokeMethod(this, [&ran] { ran = true; }, Qt::QueuedConnection);
+            QMetaObject::invokeMethod(
+                this, [&ran] { ran = true; }, Qt::QueuedConnection);
             ime.KeyPress(code, false);
             QCOMPARE(std::pair(code, ran), std::pair(code, code == IME::ProcessEvents));
             QCOMPARE(std::pair(code, sent.take()), std::pair(code, KeyNotation::parse(keys.value(code))));
@@ -99,7 +100,7 @@ private slots:
     void dissociateDetachesTheWholeWindowUntilAssociate()
     {
         IME ime;
-        ime.Dissociate();   // no window yet: nothing to detach
+        ime.Dissociate(); // no window yet: nothing to detach
         QVERIFY(imEnabled(edit));
         ime.setHandle(&window);
         ime.Dissociate();
@@ -109,7 +110,7 @@ private slots:
         ime.Associate();
         QVERIFY(imEnabled(edit));
         ime.Dissociate();
-        delete new IME;   // a second object has no say over the window
+        delete new IME; // a second object has no say over the window
         QVERIFY(!imEnabled(edit));
         ime.Associate();
     }
@@ -140,17 +141,20 @@ private slots:
     void theFrameworkFollowsTheDesktop()
     {
         using F = InputMethodFramework;
-        const struct {
+        const struct
+        {
             const char *module;
             bool fcitx, ibus;
             F::Kind chosen;
         } cases[] = {
+            // clang-format off
             {"ibus", true, false, F::IBus},      {"fcitx", false, true, F::Fcitx5},
             {"fcitx5", false, false, F::Fcitx5}, {" IBus ", false, false, F::IBus},
             {"", true, true, F::Fcitx5},         {"", false, true, F::IBus},
             {"xim", true, false, F::Fcitx5},     {"compose", false, false, F::NoFramework},
             {"", false, false, F::NoFramework},
         };
+        // clang-format on
         for (const auto &c : cases)
             QCOMPARE(std::tuple(c.module, c.fcitx, c.ibus, F::choose(QString::fromLatin1(c.module), c.fcitx, c.ibus)),
                      std::tuple(c.module, c.fcitx, c.ibus, c.chosen));
@@ -161,7 +165,8 @@ private slots:
     void modesAreReadAlikeFromBothFrameworks()
     {
         using Mode = InputMethodFramework::InputMode;
-        const struct {
+        const struct
+        {
             const char *symbol, *icon;
             Mode mode;
             int status;
@@ -188,15 +193,13 @@ private slots:
         QCOMPARE(Fcitx5Framework::modeForIcon(QStringLiteral("org.fcitx.Fcitx5.fcitx_mozc_hiragana")), Mode::Hiragana);
         for (const auto &c : cases)
             QCOMPARE(std::pair(c.icon, Fcitx5Framework::modeForIcon(QString::fromLatin1(c.icon))),
-                         std::pair(c.icon, c.mode));
+                     std::pair(c.icon, c.mode));
     }
 
     // Only a sentence mode with phrase prediction lets the input method predict.
     void theSentenceModeBecomesContentHints()
     {
-        for (const auto &[mode, hints] : {std::pair{0, Qt::ImhNoPredictiveText}, {1, Qt::ImhNoPredictiveText},
-                                          {8, Qt::ImhNone}, {9, Qt::ImhNone}, {16, Qt::ImhNoPredictiveText},
-                                          {24, Qt::ImhNone}})
+        for (const auto &[mode, hints] : {std::pair{0, Qt::ImhNoPredictiveText}, {1, Qt::ImhNoPredictiveText}, {8, Qt::ImhNone}, {9, Qt::ImhNone}, {16, Qt::ImhNoPredictiveText}, {24, Qt::ImhNone}})
             QCOMPARE(std::pair(mode, IME::hintsFor(mode)), std::pair(mode, Qt::InputMethodHints(hints)));
         // The window's widgets answer with them, on top of their own hints.
         IME ime;
@@ -223,17 +226,15 @@ private slots:
             QSKIP("Mozc's tool (mozc-utils-gui) is not installed");
         using T = InputMethodTool;
         const QString word = QStringLiteral("日本語"), reading = QStringLiteral("にほんご");
-        const struct {
+        const struct
+        {
             T::Tool tool;
             QString word, reading, argument;
             QStringList environment;
         } cases[] = {
             {T::Settings, word, reading, QStringLiteral("--mode=config_dialog"), {}},
-            {T::WordRegistration, word, reading, QStringLiteral("--mode=word_register_dialog"),
-             {QStringLiteral("default_entry_of_word_register=日本語"),
-              QStringLiteral("default_reading_entry_of_word_register=にほんご")}},
-            {T::WordRegistration, word, {}, QStringLiteral("--mode=word_register_dialog"),
-             {QStringLiteral("default_entry_of_word_register=日本語")}},
+            {T::WordRegistration, word, reading, QStringLiteral("--mode=word_register_dialog"), {QStringLiteral("default_entry_of_word_register=日本語"), QStringLiteral("default_reading_entry_of_word_register=にほんご")}},
+            {T::WordRegistration, word, {}, QStringLiteral("--mode=word_register_dialog"), {QStringLiteral("default_entry_of_word_register=日本語")}},
             {T::WordRegistration, {}, {}, QStringLiteral("--mode=word_register_dialog"), {}},
             {T::Dictionary, word, reading, QStringLiteral("--mode=dictionary_tool"), {}},
         };

@@ -89,11 +89,13 @@ private slots:
     // edge; the alphabet has a gap at column 16, the number pad 4 columns.
     void cellsUnderTheMouse()
     {
+        // clang-format off
         const struct { int pad; QPoint at; bool valid; QPoint cell; } cases[] = {
             {11, {459, 10}, true, {15, 1}}, {11, {460, 10}, false, {16, 1}}, {11, {490, 10}, true, {17, 1}},
             {12, {460, 10}, true, {16, 1}}, {12, {609, 159}, true, {20, 5}}, {12, {610, 10}, false, {21, 1}},
             {14, {20, 160}, false, {1, 6}}, {0, {129, 159}, true, {4, 5}}, {0, {130, 10}, false, {5, 1}},
         };
+        // clang-format on
         for (const auto &[keypad, at, valid, cell] : cases) {
             int column = 0, row = 0;
             const bool found = InfoDlg::cellAt(keypad, at.x(), at.y(), column, row);
@@ -118,7 +120,7 @@ private slots:
         QList<QVariant> seen;
         auto connection = connect(dialog, &InfoDlg::KeyCheck, this, [&](qint32 &status, qint32 &which, QString &text) {
             seen = {status, which, text};
-            text = QStringLiteral("ネ");   // converted afterwards, as any key text
+            text = QStringLiteral("ネ"); // converted afterwards, as any key text
         });
         pad->clickKeys(KeyTable::Hiragana, {{5, 2}});
         disconnect(connection);
@@ -132,6 +134,7 @@ private slots:
     // (arrow keys) and by whether that control is a text control.
     void buttonsSendTheirKeys()
     {
+        // clang-format off
         const struct { int index; int options; bool onAButton; const char *keys; } cases[] = {
             {1, 0, false, " "}, {4, 0, false, "{LEFT}"}, {5, 0, false, "{RIGHT}"},
             {6, 0, false, "+{TAB}"}, {6, 256, false, "{UP}"}, {7, 0, false, "{TAB}"}, {7, 256, false, "{DOWN}"},
@@ -140,6 +143,7 @@ private slots:
             {18, 0, false, "{NONCONVERT}"}, {19, 0, false, "{ENTER}"}, {20, 0, false, "{ESC}"},
             {2, 0, false, "{BACKSPACE}"}, {9, 0, true, "^{LEFT}+^{RIGHT}{BACKSPACE}"},
         };
+        // clang-format on
         for (const auto &[index, options, onAButton, keys] : cases) {
             dialog->setOptions(options);
             pad->focus(onAButton ? static_cast<QWidget *>(pad->button) : pad->edit, QStringLiteral("ab"));
@@ -147,7 +151,7 @@ private slots:
             pad->clickButton(index);
             QCOMPARE(std::pair(index, sent.take()), std::pair(index, KeyNotation::parse(QString::fromUtf8(keys))));
             if (index == 16)
-                pad->clickButton(16);   // the on/off button is a toggle: back to released
+                pad->clickButton(16); // the on/off button is a toggle: back to released
         }
     }
 
@@ -155,8 +159,10 @@ private slots:
     // the one before it elsewhere.
     void deleteInATextControl()
     {
+        // clang-format off
         const struct { QWidget *control; int caret; int button; const char *left; } cases[] = {
             {pad->edit, 0, 2, "bc"}, {pad->edit, 3, 9, "ab"}, {pad->line, 0, 9, "bc"}, {pad->line, 2, 2, "ac"}};
+        // clang-format on
         for (const auto &[control, caret, button, left] : cases) {
             pad->focus(control, QStringLiteral("abc"));
             QTest::keyClick(control, Qt::Key_Home);
@@ -204,6 +210,7 @@ private slots:
         const QString remove = QStringLiteral("クリックすると、指定した場所にある文字を削除します。");
         const QList<std::pair<int, QString>> tips = {
             {0, QStringLiteral("クリックすると、[文字入力] ダイアログを閉じます。")},
+            // clang-format off
             {1, convert}, {2, remove}, {9, remove}, {17, convert},
             {4, QStringLiteral("クリックし続けると、指定した場所よりも左へ移動していきます。")},
             {5, QStringLiteral("クリックし続けると、指定した場所よりも右へ移動していきます。")},
@@ -220,6 +227,7 @@ private slots:
             {19, QStringLiteral("クリックすると、変換している候補を適用します。")},
             {20, QStringLiteral("クリックすると、変換をキャンセルします。")},
         };
+        // clang-format on
         for (const auto &[index, text] : tips) {
             QCOMPARE(InfoDlg::tip(index), text);
             QCOMPARE(dialog->MiniChannels[index]->toolTip(), text);
@@ -256,7 +264,7 @@ private slots:
     {
         pad->focus(pad->line, QStringLiteral("old text"));
         pad->pressCalculator(QStringLiteral("7+"));
-        QCOMPARE(pad->line->text(), QStringLiteral("old text"));   // not handed on unless asked
+        QCOMPARE(pad->line->text(), QStringLiteral("old text")); // not handed on unless asked
         pad->dialog->setOptions(InfoDlg::TransferResults);
         pad->pressCalculator(QStringLiteral("1.25="));
         QCOMPARE(pad->line->text(), QStringLiteral("8.25"));

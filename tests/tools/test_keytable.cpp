@@ -19,9 +19,9 @@ private slots:
             {QStringLiteral("Number,1,5"), QStringLiteral("~")},
             {QStringLiteral("Hiragana,2,1"), QStringLiteral("か")},
             {QStringLiteral("Hiragana,2,1"), QStringLiteral("が")},
-            {QStringLiteral("hiragana,2,1"), QStringLiteral("ka")},      // not a pad name: romaji
+            {QStringLiteral("hiragana,2,1"), QStringLiteral("ka")}, // not a pad name: romaji
             {QStringLiteral("Romaji,20,5"), QStringLiteral("xx")},
-            {QStringLiteral("Romaji,21,1"), QStringLiteral("lost")},     // outside the grid
+            {QStringLiteral("Romaji,21,1"), QStringLiteral("lost")}, // outside the grid
             {QStringLiteral("Alpha"), QStringLiteral("no place")},
         });
         QCOMPARE(table.records().size(), 5);
@@ -30,7 +30,7 @@ private slots:
         QCOMPARE(std::pair(table.find(KeyTable::Hiragana, 2, 1)->text, table.find(KeyTable::Number, 1, 5)->text),
                  std::pair(QStringLiteral("か"), QStringLiteral("~")));
         QVERIFY(!table.find(KeyTable::Katakana, 2, 1));
-        QCOMPARE(table.find(KeyTable::Alpha, 0, 0)->text, QStringLiteral("no place"));   // no press reaches it
+        QCOMPARE(table.find(KeyTable::Alpha, 0, 0)->text, QStringLiteral("no place")); // no press reaches it
         QCOMPARE((QStringList{table.romaji(2, 1), table.romaji(20, 5), table.romaji(1, 1), table.romaji(21, 1)}),
                  (QStringList{"ka", "xx", "", ""}));
         table.load({});

@@ -81,7 +81,7 @@ private slots:
         printing.Margins(0, 1.5f);
         QCOMPARE(margins(printing), (QList<float>{1.5f, 1.5f, 1.5f, 1.5f}));
         for (int code : {1, 2, 3, 4, 5, -1})
-            printing.Margins(code, float(code));   // 1 top, 2 bottom, 3 left, 4 right, others nothing
+            printing.Margins(code, float(code)); // 1 top, 2 bottom, 3 left, 4 right, others nothing
         QCOMPARE(margins(printing), (QList<float>{1, 2, 3, 4}));
     }
 
@@ -90,11 +90,13 @@ private slots:
     // over width, in whole numbers rounded to even, is not 0.
     void allocSetsUpTheJob()
     {
+        // clang-format off
         const struct { int paperSize, zoom; QSizeF page; int orientation; } jobs[] = {
             {9, 0, {21, 29.7}, 1}, {13, 86, {29.7, 21}, 2}, {1, 100, {20, 20}, 1},
             {8, 100, {30, 29.4}, 2},   // 29 over 30 is 0
             {9, 0, {30.4, 29.5}, 1},   // 29.5 rounds to even 30: 30 over 30
         };
+        // clang-format on
         for (auto job : jobs) {
             auto device = std::make_unique<PrinterDevice>(nextFile());
             device->setPaperSize(job.paperSize);
@@ -123,7 +125,7 @@ private slots:
         connect(&printing, &Printing::Define, this, [&](qint16 tag, QSizeF *given) {
             defined.append({tag, given});
             QVERIFY(!printing.printer()->isPrinting());
-            printing.printer()->setZoom(50);   // the host's chance to change the set-up
+            printing.printer()->setZoom(50); // the host's chance to change the set-up
         });
         printing.Alloc(true, &page, 12);
         printing.SetFont(0, 10);
@@ -148,7 +150,7 @@ private slots:
         QCOMPARE(std::tuple(printer->drawWidth(), printer->drawStyle(), printer->foreColor()), std::tuple(1, 0, QColor(Qt::black)));
         QCOMPARE(std::pair(printer->currentX(), printer->currentY()), std::pair(0.0, 0.0));
         QVERIFY(printer->isPrinting());
-        QCOMPARE(printing->leftMargin(), 2.0f);   // the margins are the caller's and stay
+        QCOMPARE(printing->leftMargin(), 2.0f); // the margins are the caller's and stay
     }
 
     // Margins left 2, top 1.5; each step from where the last one left off.
@@ -160,10 +162,12 @@ private slots:
         const PrinterDevice *printer = printing->printer();
         printing->Margins(3, 2);
         printing->Margins(1, 1.5f);
+        // clang-format off
         const struct { float x, y; bool relative; double atX, atY; } steps[] = {
             {3, 4, false, 5, 5.5}, {-1, 5, false, 5, 6.5}, {1, -1, false, 3, 6.5},
             {-1, -1, true, 2, 5.5},   // relative, -1 is a step like any other
         };
+        // clang-format on
         for (const auto &step : steps) {
             printing->Locate(step.x, step.y, step.relative);
             QCOMPARE(std::pair(printer->currentX(), printer->currentY()), std::pair(step.atX, step.atY));
@@ -174,7 +178,7 @@ private slots:
         printing->Margins(4, 1.5f);
         printing->Margins(1, 1);
         printing->Margins(2, 2.5f);
-        printing->Locate(15.5f, 24.2f, false);   // x 17.5 and y 25.2: on the right and bottom margins
+        printing->Locate(15.5f, 24.2f, false); // x 17.5 and y 25.2: on the right and bottom margins
         for (const auto &[step, inside] : {std::pair(0.0f, false), {-0.01f, true}, {0.01f, false}})
             QCOMPARE(std::tuple(step, printing->IsViewportX(step), printing->IsViewportY(step)), std::tuple(step, inside, inside));
     }
@@ -200,7 +204,7 @@ private slots:
         QCOMPARE(printer->currentX(), 3.0);
         printing->StepX(0);
         QVERIFY(printer->currentX() > 3);
-        QVERIFY(printer->currentX() - 3 < printer->textWidth(QStringLiteral("あ")));   // one tab
+        QVERIFY(printer->currentX() - 3 < printer->textWidth(QStringLiteral("あ"))); // one tab
     }
 
     void fontAndLineWidthFollowTheZoom()
@@ -208,12 +212,14 @@ private slots:
         auto printing = newJob(nextFile());
         PrinterDevice *printer = printing->printer();
         // Zoom (-1 keeps it), face, size; then the face and size in force.
+        // clang-format off
         const struct { int zoom; int face; float size; const char *name; float points; } steps[] = {
             {-1, 3, 12, "ＭＳ 明朝", 12},   // zoom 0 on A4: unscaled
             {-1, 7, 0, "ＭＳ 明朝", 12}, {-1, -1, 0, "ＭＳ 明朝", 12},
             {-1, 4, 0, "ＭＳ Ｐ明朝", 12}, {-1, 1, 0, "ＭＳ ゴシック", 12}, {-1, 2, 0, "ＭＳ Ｐゴシック", 12},
             {86, 0, 10, "MS UI Gothic", 8.6f}, {100, -1, 10, "MS UI Gothic", 10},
         };
+        // clang-format on
         for (const auto &step : steps) {
             if (step.zoom >= 0)
                 printer->setZoom(step.zoom);
@@ -226,9 +232,11 @@ private slots:
         QCOMPARE(printer->printer()->logicalDpiX(), 1200);
         // 0.1 cm × 86 % at 1200 dpi is 40.6 pixels: 41. At zoom 0, 0.0254 cm
         // is 12 pixels and 0.02751 cm 12.998, still 13 after rounding.
+        // clang-format off
         const struct { int zoom; int style; float width; int pixels; int styleAfter; } lines[] = {
             {86, -1, 0.1f, 41, 0}, {86, 3, 0, 41, 3}, {0, -1, 0.0254f, 12, 3}, {0, -1, 0.02751f, 13, 3},
         };
+        // clang-format on
         for (const auto &step : lines) {
             printer->setZoom(step.zoom);
             printing->SetDrawing(step.style, step.width);
@@ -270,7 +278,7 @@ private slots:
         const double normalEnd = printer->currentX();
         printer->setCurrentX(2);
         printer->setCurrentY(12);
-        printer->print(QStringLiteral("基準"));   // a text with its top on y = 12
+        printer->print(QStringLiteral("基準")); // a text with its top on y = 12
         printing->EndDoc();
 
         const QList<Word> words = PdfReadBack::words(file);
@@ -313,16 +321,17 @@ private slots:
 
         // Rendered at 254 dpi: 100 pixels to the centimetre.
         const QString prefix = m_folder.filePath(QStringLiteral("marks"));
-        QCOMPARE(QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("254"),
-                                   QStringLiteral("-png"), QStringLiteral("-singlefile"), file, prefix}), 0);
+        QCOMPARE(QProcess::execute(QStringLiteral("pdftoppm"), {QStringLiteral("-r"), QStringLiteral("254"), QStringLiteral("-png"), QStringLiteral("-singlefile"), file, prefix}), 0);
         const QImage page(prefix + QStringLiteral(".png"));
         QVERIFY(!page.isNull());
         // Sheet = 1 cm strip + 2 cm margin + the caller's coordinates.
+        // clang-format off
         const struct { double x, y; bool dark; } spots[] = {
             {3, 1, true}, {3 - 0.04, 1 - 0.04, true}, {3 - 0.08, 1, false},   // the mark, on the text's start
             {5, 5, true}, {5, 5.1, false}, {10.1, 5, false},                   // the rule
             {1, 10, true}, {6, 10, true}, {3.5, 12, true}, {3.5, 10, false},   // the box's sides, not filled
         };
+        // clang-format on
         for (const auto &spot : spots) {
             const bool dark = qGray(page.pixel(qRound((3 + spot.x) * 100), qRound((3 + spot.y) * 100))) < 128;
             QVERIFY2(dark == spot.dark, qPrintable(QStringLiteral("at %1, %2").arg(spot.x).arg(spot.y)));

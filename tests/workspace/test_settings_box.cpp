@@ -136,7 +136,8 @@ private slots:
                     expected.directory = index <= 105 ? u"."_s : QString();
                     expected.file = index <= 105 ? themeFiles[index - 101] : QString();
                 }
-                bool *option = index == 111 ? &expected.shutdown : index == 112 ? &expected.howTo : &expected.smartPencil;
+                bool *option = index == 111 ? &expected.shutdown : index == 112 ? &expected.howTo
+                                                                                : &expected.smartPencil;
                 if (index >= 111)
                     *option = !*option;
                 QTest::mouseClick(m_box->button(index), Qt::LeftButton, Qt::NoModifier, m_box->button(index)->rect().center());

@@ -209,8 +209,8 @@ private slots:
         QFETCH(int, index);
         QFETCH(QString, tip);
         TouchButton *button = index < 100 ? w->Channels(Workspace::Channel(index))
-                              : index < 1000 ? side(index)
-                                             : w->welcomeBox()->MenuBoxMiniChannels(index - 1000);
+            : index < 1000                ? side(index)
+                                          : w->welcomeBox()->MenuBoxMiniChannels(index - 1000);
         Globals::HowToOn = true;
         emit button->pointerEntered();
         QVERIFY(w->InfoBar()->isVisible());
@@ -261,8 +261,7 @@ private slots:
     void zoomButtons()
     {
         openTemplate();
-        for (const auto &[start, button, expected] : {std::tuple(100, 100, 200), {200, 101, 100}, {200, 100, 200}, {100, 101, 100},
-                                                      {150, 100, 150}, {150, 101, 150}}) {
+        for (const auto &[start, button, expected] : {std::tuple(100, 100, 200), {200, 101, 100}, {200, 100, 200}, {100, 101, 100}, {150, 100, 150}, {150, 101, 150}}) {
             w->activeApplet()->setProperties(u"Zoom"_s, start);
             click(side(button));
             QVERIFY2(w->currentRecord().Zoom == expected, qPrintable(u"%1 by button %2"_s.arg(start).arg(button)));
@@ -311,9 +310,7 @@ private slots:
     void recentListOrderSearchAndScrolling()
     {
         for (const auto &[title, day, body] :
-             {std::tuple(u"旅行の計画", 3, "{\\rtf1\\ansi trip\\par}"), {u"", 9, "{\\rtf1\\ansi carrot soup\\par}"},
-              {u"買い物", 1, "{\\rtf1\\ansi Carrots and eggs\\par}"}, {u"日記", 7, "{\\rtf1\\ansi rain\\par}"},
-              {u"旅行の写真", 5, "{\\rtf1\\ansi photos\\par}"}}) {
+             {std::tuple(u"旅行の計画", 3, "{\\rtf1\\ansi trip\\par}"), {u"", 9, "{\\rtf1\\ansi carrot soup\\par}"}, {u"買い物", 1, "{\\rtf1\\ansi Carrots and eggs\\par}"}, {u"日記", 7, "{\\rtf1\\ansi rain\\par}"}, {u"旅行の写真", 5, "{\\rtf1\\ansi photos\\par}"}}) {
             DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
             record.DocumentTitle = QString::fromUtf16(title);
             record.Timestamp = QDateTime(QDate(2024, 6, day), QTime(10, 0));
@@ -426,11 +423,7 @@ private slots:
         {
             int hour, minute, second;
             bool music, graphic, beep, speak;
-        } ticks[] = {{10, 0, 5, true, true, true, true},    {10, 0, 35, true, true, false, false}, {10, 1, 0, true, true, false, false},
-                     {10, 10, 0, true, true, false, true},  {10, 15, 0, true, true, false, true},  {10, 20, 0, true, true, false, true},
-                     {10, 29, 0, true, true, false, false}, {10, 30, 0, true, true, true, true},   {10, 40, 0, true, true, false, true},
-                     {10, 45, 0, true, true, false, true},  {10, 50, 0, true, true, false, true},  {10, 59, 0, true, true, false, false},
-                     {11, 0, 0, false, true, false, true},  {11, 30, 0, true, false, true, false}};
+        } ticks[] = {{10, 0, 5, true, true, true, true}, {10, 0, 35, true, true, false, false}, {10, 1, 0, true, true, false, false}, {10, 10, 0, true, true, false, true}, {10, 15, 0, true, true, false, true}, {10, 20, 0, true, true, false, true}, {10, 29, 0, true, true, false, false}, {10, 30, 0, true, true, true, true}, {10, 40, 0, true, true, false, true}, {10, 45, 0, true, true, false, true}, {10, 50, 0, true, true, false, true}, {10, 59, 0, true, true, false, false}, {11, 0, 0, false, true, false, true}, {11, 30, 0, true, false, true, false}};
         for (const auto &t : ticks) {
             Globals::MusicOn = t.music;
             Globals::GraphicOn = t.graphic;
@@ -452,8 +445,7 @@ private slots:
             if (!action->isSeparator())
                 captions.append(action->text());
         }
-        QCOMPARE(captions, (QStringList{u"ボリューム"_s, u"画面..."_s, u"既定のプリンタ"_s, u"プリンタ..."_s, u"フォント"_s,
-                                        u"日付と時刻..."_s, u"インターネット オプション..."_s}));
+        QCOMPARE(captions, (QStringList{u"ボリューム"_s, u"画面..."_s, u"既定のプリンタ"_s, u"プリンタ..."_s, u"フォント"_s, u"日付と時刻..."_s, u"インターネット オプション..."_s}));
     }
 
     // Start tells the date; a closing that is not one of the four known ones

@@ -26,7 +26,8 @@ struct Lantern : AgentCharacter
 {
     QStringList events, animations;
 
-    Lantern() : AgentCharacter(QStringLiteral("Lantern"), CharacterFile::read(LanternFile))
+    Lantern()
+        : AgentCharacter(QStringLiteral("Lantern"), CharacterFile::read(LanternFile))
     {
         connect(this, &AgentCharacter::requestStarted, [this](const QString &r) { events << "start " + r; });
         connect(this, &AgentCharacter::requestCompleted, [this](const QString &r) { events << "done " + r; });
@@ -40,7 +41,6 @@ QByteArray bytesOf(const CharacterFile &character)
     const QString path = dir.filePath(QStringLiteral("C.ACS"));
     return character.write(path) ? fileBytes(path) : QByteArray();
 }
-
 
 // Reads a text with the installed voice and returns the joined clip.
 WaveAudio synthesize(const QString &text)
@@ -75,8 +75,7 @@ private slots:
         const QImage shown = character.window()->grab().toImage();
         QVERIFY(shown.pixelColor(shown.width() / 2, shown.height() / 2).alpha() == 255);
         QTRY_VERIFY_WITH_TIMEOUT(!character.isBusy(), 15000);
-        QCOMPARE(character.events, QStringList({"start Show", "done Show", "start Play Greet", "done Play Greet",
-                                                "start Speak こんにちは", "done Speak こんにちは"}));
+        QCOMPARE(character.events, QStringList({"start Show", "done Show", "start Play Greet", "done Play Greet", "start Speak こんにちは", "done Speak こんにちは"}));
         QCOMPARE(character.animations.mid(0, 3), QStringList({"Show", "Greet", "Speak"}));
         QVERIFY(character.Visible());
         QTRY_VERIFY(!character.balloon()->isVisible());
@@ -112,8 +111,7 @@ private slots:
         QVERIFY_THROWS_EXCEPTION(VbError, character.Get(QStringLiteral("State"), QStringLiteral("Sleeping")));
         character.Get(QStringLiteral("animation"), QStringLiteral("restpose, blink"));
         QVERIFY(character.pendingRequests().isEmpty());
-        QCOMPARE(character.requestLog(), QStringList({"Play Dance", "Get Animation RestPose,Dance", "Get State Sleeping",
-                                                      "Get animation restpose, blink"}));
+        QCOMPARE(character.requestLog(), QStringList({"Play Dance", "Get Animation RestPose,Dance", "Get State Sleeping", "Get animation restpose, blink"}));
     }
 
     void moveAndGestureAnimateTowardsThePoint()
@@ -133,8 +131,7 @@ private slots:
         character.MoveTo(20, 410, 500);
         character.MoveTo(20, 700, 300);
         QTRY_VERIFY_WITH_TIMEOUT(!character.isBusy(), 15000);
-        QCOMPARE(character.animations, QStringList({"Show", "GestureLeft", "GestureRight", "GestureUp", "GestureDown",
-                                                    "MoveLeft", "MoveDown"}));
+        QCOMPARE(character.animations, QStringList({"Show", "GestureLeft", "GestureRight", "GestureUp", "GestureDown", "MoveLeft", "MoveDown"}));
         QCOMPARE(character.window()->pos(), QPoint(20, 700));
         QVERIFY2(moved.count() > 6, "the character walked in steps");
     }
@@ -300,9 +297,9 @@ private slots:
         QStringList pieces;
         for (const SpeechText::Piece &piece : SpeechText::split(text))
             pieces << piece.text + u'/' + QString::number(piece.pauseMs);
-        QTEST(kind == u"reading"   ? Voice::reading(text)
-              : kind == u"split" ? pieces.join(u", ")
-                                 : SpeechText::displayText(text),
+        QTEST(kind == u"reading"     ? Voice::reading(text)
+                  : kind == u"split" ? pieces.join(u", ")
+                                     : SpeechText::displayText(text),
               "answer");
     }
 

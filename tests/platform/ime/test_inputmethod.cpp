@@ -28,7 +28,8 @@ private:
 
     // The processes of Mozc's tool that this session started: pid, arguments
     // and environment.
-    struct Tool {
+    struct Tool
+    {
         int pid = 0;
         QStringList arguments;
         QStringList environment;
@@ -130,8 +131,7 @@ private slots:
         const Tool tool = runningTools().first();
         ::kill(tool.pid, SIGTERM);
         QCOMPARE(tool.arguments, QStringList{QStringLiteral("--mode=word_register_dialog")});
-        QCOMPARE(tool.environment, QStringList({QStringLiteral("default_entry_of_word_register=日本語"),
-                                                QStringLiteral("default_reading_entry_of_word_register=にほんご")}));
+        QCOMPARE(tool.environment, QStringList({QStringLiteral("default_entry_of_word_register=日本語"), QStringLiteral("default_reading_entry_of_word_register=にほんご")}));
         QTRY_COMPARE(runningTools().size(), 0);
     }
 };

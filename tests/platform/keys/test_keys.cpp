@@ -51,10 +51,12 @@ private slots:
     {
         QTest::addColumn<QString>("keys");
         QTest::addColumn<QString>("text");
+        // clang-format off
         QTest::newRow("editing keys") << "abc{LEFT}{BACKSPACE}X~y" << "aX\nyc";
         QTest::newRow("shift selects") << "one two{HOME}+{END}Z" << "Z";
         QTest::newRow("braced characters") << "{+}{^}{~}{{}{}}{*}+a" << "+^~{}*A";
         QTest::newRow("characters without a key") << "Ａにほんご" << "Ａにほんご";
+        // clang-format on
     }
 
     void typedTextArrives()

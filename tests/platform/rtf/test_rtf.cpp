@@ -44,8 +44,8 @@ class TestRtf : public QObject
             const QTextBlockFormat paragraph = block.blockFormat();
             const Qt::Alignment alignment = paragraph.alignment() & Qt::AlignHorizontal_Mask;
             QString line = alignment == Qt::AlignHCenter ? u"centre"_qs
-                           : alignment == Qt::AlignRight ? u"right"_qs
-                           : alignment == Qt::AlignLeft  ? u"left"_qs
+                : alignment == Qt::AlignRight            ? u"right"_qs
+                : alignment == Qt::AlignLeft             ? u"left"_qs
                                                          : QString::number(alignment);
             if (paragraph.leftMargin() != 0 || paragraph.textIndent() != 0)
                 line += u" indent %1 first %2"_qs.arg(paragraph.leftMargin()).arg(paragraph.textIndent());
@@ -54,7 +54,7 @@ class TestRtf : public QObject
                     lists << list;
                 const QTextListFormat::Style style = list->format().style();
                 line += u" list %1 "_qs.arg(lists.indexOf(list) + 1)
-                        + (style == QTextListFormat::ListDisc      ? u"disc"_qs
+                    + (style == QTextListFormat::ListDisc          ? u"disc"_qs
                            : style == QTextListFormat::ListDecimal ? u"decimal"_qs
                                                                    : QString::number(style));
             }
@@ -86,9 +86,9 @@ private slots:
         QTextDocument document;
         QString error;
         const bool read = input.endsWith(u".TXT")
-                              ? RtfReader::read(Database::LoadDocument(input, Database::Sequential).page(1).item(1).Text,
-                                                &document, &error)
-                              : RtfReader::read(fileBytes(input), &document, &error);
+            ? RtfReader::read(Database::LoadDocument(input, Database::Sequential).page(1).item(1).Text,
+                              &document, &error)
+            : RtfReader::read(fileBytes(input), &document, &error);
         // A failed read says why, and keeps what it could.
         QCOMPARE(error.isEmpty(), read);
         const QByteArray expected = fileBytes(input.section(u'.', 0, -2) + u".expected"_qs);

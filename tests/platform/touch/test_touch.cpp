@@ -16,7 +16,8 @@ namespace {
 using Calls = QList<QList<QVariant>>;
 const QString titlePrompt = QStringLiteral("タイトルを入力してください");
 
-template <class Widget> Widget *shown(Widget *widget)
+template<class Widget>
+Widget *shown(Widget *widget)
 {
     widget->resize(widget->sizeHint());
     widget->show();
@@ -33,7 +34,7 @@ int promptPixels(TouchEdit &edit)
         for (int x = 0; x < image.width(); ++x) {
             const QColor c = image.pixelColor(x, y);
             count += qAbs(c.red() - prompt.red()) < 8 && qAbs(c.green() - prompt.green()) < 8
-                     && qAbs(c.blue() - prompt.blue()) < 8;
+                && qAbs(c.blue() - prompt.blue()) < 8;
         }
     return count;
 }

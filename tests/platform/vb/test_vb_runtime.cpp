@@ -53,7 +53,8 @@ class TestVbRuntime : public QObject
             {u"mul"_qs, [number](auto a, auto b) { return (number(a) * number(b)).toString(); }},
             {u"div"_qs, [number](auto a, auto b) { return (number(a) / number(b)).toString(); }},
             {u"compare"_qs, [number](auto a, auto b) {
-                 return number(a) < number(b) ? u"<"_qs : number(a) == number(b) ? u"="_qs : u">"_qs;
+                 return number(a) < number(b) ? u"<"_qs : number(a) == number(b) ? u"="_qs
+                                                                                 : u">"_qs;
              }},
         };
         const Function function = functions.value(words.value(0));
@@ -116,7 +117,6 @@ private slots:
         const float t = VbRandom::timer();
         QVERIFY(t >= 0.0f && t < 86400.0f);
     }
-
 };
 
 QTEST_GUILESS_MAIN(TestVbRuntime)
