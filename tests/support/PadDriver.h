@@ -70,12 +70,14 @@ public:
         QTest::qWait(30); // let the click arrive before the next one
     }
 
-    void clickButton(int index)
+    // A click on the middle of a button, then its effects.
+    void clickCentre(QWidget *widget)
     {
-        QAbstractButton *target = dialog->MiniChannels[index];
-        click(target, target->rect().center());
+        click(widget, widget->rect().center());
         settle();
     }
+
+    void clickButton(int index) { clickCentre(dialog->MiniChannels[index]); }
 
     // Clicks keys by (column, row) of a pad; pad 0 is the number pad.
     void clickKeys(qint32 pad, const QList<QPoint> &cells)
@@ -99,18 +101,22 @@ public:
             const int index = int(order.indexOf(key));
             if (index < 0)
                 qFatal("no calculator key %s", qPrintable(QString(key)));
-            click(dialog->NumKeys[index], dialog->NumKeys[index]->rect().center());
+            clickCentre(dialog->NumKeys[index]);
         }
     }
 
-    // Gives a text control the focus with the caret after the text.
-    void focus(QWidget *control, const QString &text = QString())
+    // Gives a text control the focus with the caret after `caret` characters
+    // of the text, at its end by default.
+    void focus(QWidget *control, const QString &text = QString(), int caret = -1)
     {
         if (auto *textEdit = qobject_cast<QTextEdit *>(control)) {
             textEdit->setPlainText(text);
-            textEdit->moveCursor(QTextCursor::End);
+            QTextCursor cursor = textEdit->textCursor();
+            cursor.setPosition(caret < 0 ? int(text.size()) : caret);
+            textEdit->setTextCursor(cursor);
         } else if (auto *lineEdit = qobject_cast<QLineEdit *>(control)) {
             lineEdit->setText(text);
+            lineEdit->setCursorPosition(caret < 0 ? int(text.size()) : caret);
         }
         control->setFocus();
         QTRY_VERIFY(control->hasFocus());

@@ -24,12 +24,14 @@ private:
     QWidget window;
     QTextEdit *edit = nullptr;
 
-    static bool imEnabled(QWidget *widget)
+    // What a widget answers the input method.
+    static QVariant asked(QWidget *widget, Qt::InputMethodQuery property)
     {
-        QInputMethodQueryEvent query(Qt::ImEnabled);
+        QInputMethodQueryEvent query(property);
         QCoreApplication::sendEvent(widget, &query);
-        return query.value(Qt::ImEnabled).toBool();
+        return query.value(property);
     }
+    static bool imEnabled(QWidget *widget) { return asked(widget, Qt::ImEnabled).toBool(); }
 
 private slots:
     void initTestCase()
@@ -57,15 +59,6 @@ private slots:
             QCOMPARE(std::pair(code, ran), std::pair(code, code == IME::ProcessEvents));
             QCOMPARE(std::pair(code, sent.take()), std::pair(code, KeyNotation::parse(keys.value(code))));
         }
-    }
-
-    // The sentence mode is written, the conversion mode only read; -1 only reads.
-    void convertReplacesTheSentenceModeAndReturnsTheOldOne()
-    {
-        IME ime;
-        ime.setHandle(&window);
-        for (const auto &[mode, before] : {std::pair{-1, 8}, {-1, 8}, {1, 8}, {-1, 1}, {0, 1}, {-1, 0}})
-            QCOMPARE(ime.Convert(mode), before);
     }
 
     void readGivesTheLastResultAndItsReading()
@@ -196,25 +189,25 @@ private slots:
                      std::pair(c.icon, c.mode));
     }
 
-    // Only a sentence mode with phrase prediction lets the input method predict.
+    // Convert writes the sentence mode (never the conversion mode) and returns
+    // the old one; -1 only reads. Only a sentence mode with phrase prediction
+    // lets the input method predict.
     void theSentenceModeBecomesContentHints()
     {
         for (const auto &[mode, hints] : {std::pair{0, Qt::ImhNoPredictiveText}, {1, Qt::ImhNoPredictiveText}, {8, Qt::ImhNone}, {9, Qt::ImhNone}, {16, Qt::ImhNoPredictiveText}, {24, Qt::ImhNone}})
             QCOMPARE(std::pair(mode, IME::hintsFor(mode)), std::pair(mode, Qt::InputMethodHints(hints)));
-        // The window's widgets answer with them, on top of their own hints.
         IME ime;
         ime.setHandle(&window);
+        for (const auto &[mode, before] : {std::pair{-1, 8}, {-1, 8}, {1, 8}, {-1, 1}, {0, 1}, {-1, 0}})
+            QCOMPARE(ime.Convert(mode), before);
+        // The window's widgets answer with the hints, on top of their own.
         edit->setInputMethodHints(Qt::ImhPreferLatin);
-        const auto hintsOf = [this] {
-            QInputMethodQueryEvent query(Qt::ImHints);
-            QCoreApplication::sendEvent(edit, &query);
-            return Qt::InputMethodHints(query.value(Qt::ImHints).toInt());
-        };
-        QCOMPARE(hintsOf(), Qt::InputMethodHints(Qt::ImhPreferLatin));
-        ime.Convert(IME::Automatic);
-        QCOMPARE(hintsOf(), Qt::ImhPreferLatin | Qt::ImhNoPredictiveText);
-        ime.Convert(IME::PhrasePredict | IME::Conversation);
-        QCOMPARE(hintsOf(), Qt::InputMethodHints(Qt::ImhPreferLatin));
+        const std::pair<qint32, Qt::InputMethodHints> widgetHints[] = {
+            {IME::Automatic, Qt::ImhPreferLatin | Qt::ImhNoPredictiveText}, {IME::PhrasePredict | IME::Conversation, Qt::ImhPreferLatin}};
+        for (const auto &[mode, hints] : widgetHints) {
+            ime.Convert(mode);
+            QCOMPARE(Qt::InputMethodHints(asked(edit, Qt::ImHints).toInt()), hints);
+        }
         edit->setInputMethodHints(Qt::ImhNone);
     }
 
@@ -241,9 +234,8 @@ private slots:
         for (const auto &c : cases) {
             for (const auto framework : {InputMethodFramework::IBus, InputMethodFramework::Fcitx5}) {
                 const T::Command command = T::command(c.tool, framework, c.word, c.reading);
-                QCOMPARE(command.program, InputMethodTool::mozcTool());
-                QCOMPARE(std::pair(int(c.tool), command.arguments), std::pair(int(c.tool), QStringList{c.argument}));
-                QCOMPARE(std::pair(int(c.tool), command.environment), std::pair(int(c.tool), c.environment));
+                QCOMPARE(std::tuple(int(c.tool), command.program, command.arguments, command.environment),
+                         std::tuple(int(c.tool), T::mozcTool(), QStringList{c.argument}, c.environment));
             }
         }
     }

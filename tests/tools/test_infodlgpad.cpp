@@ -164,12 +164,8 @@ private slots:
             {pad->edit, 0, 2, "bc"}, {pad->edit, 3, 9, "ab"}, {pad->line, 0, 9, "bc"}, {pad->line, 2, 2, "ac"}};
         // clang-format on
         for (const auto &[control, caret, button, left] : cases) {
-            pad->focus(control, QStringLiteral("abc"));
-            QTest::keyClick(control, Qt::Key_Home);
-            for (int step = 0; step < caret; ++step)
-                QTest::keyClick(control, Qt::Key_Right);
+            pad->focus(control, QStringLiteral("abc"), caret);
             pad->clickButton(button);
-            PadDriver::settle();
             const QString text = control == pad->edit ? typed() : pad->line->text();
             QVERIFY2(text == QLatin1String(left), qPrintable(QStringLiteral("caret %1: %2").arg(caret).arg(text)));
         }
