@@ -1,11 +1,13 @@
 #include "platform/ime/InputMethodStatus.h"
 #include "platform/keys/KeySender.h"
+#include "support/FileBytes.h"
 #include "support/IBusSession.h"
 #include "tools/IME.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QInputMethodQueryEvent>
+#include <QRegularExpression>
 #include <QTest>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -27,34 +29,24 @@ private:
     static InputMethodStatus &status() { return InputMethodStatus::instance(); }
 
     // The processes of Mozc's tool that this session started: pid, arguments
-    // and environment.
+    // and the entries of their environment that prefill a dialog.
     struct Tool
     {
         int pid = 0;
-        QStringList arguments;
-        QStringList environment;
+        QStringList arguments, environment;
     };
     static QList<Tool> runningTools()
     {
         QList<Tool> tools;
-        const QByteArray home = "HOME=" + qgetenv("HOME");
         for (const QString &pid : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
-            QFile command(QStringLiteral("/proc/%1/cmdline").arg(pid));
-            QFile environ(QStringLiteral("/proc/%1/environ").arg(pid));
-            if (!command.open(QIODevice::ReadOnly) || !environ.open(QIODevice::ReadOnly))
-                continue;
-            const QList<QByteArray> arguments = command.readAll().split('\0');
-            const QList<QByteArray> environment = environ.readAll().split('\0');
-            if (arguments.isEmpty() || !arguments.first().endsWith("mozc_tool") || !environment.contains(home))
-                continue;
-            Tool tool{pid.toInt(), {}, {}};
-            for (const QByteArray &argument : arguments.mid(1))
-                if (!argument.isEmpty())
-                    tool.arguments << QString::fromUtf8(argument);
-            for (const QByteArray &entry : environment)
-                if (entry.startsWith("default_"))
-                    tool.environment << QString::fromUtf8(entry);
-            tools << tool;
+            const auto words = [&pid](const char *file) {
+                const QByteArray bytes = fileBytes(QStringLiteral("/proc/%1/%2").arg(pid, QLatin1String(file)));
+                return QString::fromUtf8(bytes).split(QChar(0), Qt::SkipEmptyParts);
+            };
+            const QStringList arguments = words("cmdline"), environment = words("environ");
+            if (arguments.value(0).endsWith(QStringLiteral("mozc_tool"))
+                && environment.contains(QStringLiteral("HOME=") + qEnvironmentVariable("HOME")))
+                tools << Tool{pid.toInt(), arguments.mid(1), environment.filter(QRegularExpression(QStringLiteral("^default_")))};
         }
         return tools;
     }
