@@ -17,6 +17,7 @@
 #include "workspace/SideMenuBar.h"
 #include "workspace/WelcomeBox.h"
 #include "workspace/Workspace.h"
+#include "support/DocumentRecords.h"
 #include "support/EudcValues.h"
 #include "support/FileSizeLimit.h"
 
@@ -171,53 +172,49 @@ private slots:
 
     // The pointed control's caption and tip go to the information bar while
     // "How-to" is on (with it off, no bar shows: followed end to end).
-    void hintOfEachControl_data()
-    {
-        QTest::addColumn<int>("index"); // main buttons 1-9, side bars 100-206, welcome box 1206-1209
-        QTest::addColumn<QString>("tip");
-        const auto row = [](int index, const char *tip) { QTest::newRow(QByteArray::number(index)) << index << QString::fromUtf8(tip); };
-        row(1, "クリックすると、編集したドキュメントを自動保存してコンピュータの電源を切ります。電源をつけると再び起動します。");
-        row(2, "クリックすると、編集したドキュメントを自動保存して終了します。");
-        row(3, "クリックすると、ヘルプを参照します。必要であれば、インターネットに接続して最新情報を確認できます。");
-        row(4, "クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。");
-        row(5, "クリックするたびに、音楽・効果音を再生するかどうかを選択します。");
-        row(6, "クリックするたびに、音声付きアニメーションを再生するかどうかを選択します。");
-        row(7, "クリックすると、表示されているドキュメントを印刷します。まずはプリンタの準備をしておいてください。");
-        row(8, "クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。");
-        row(9, "クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。");
-        row(100, "クリックすると、拡大します。");
-        row(101, "クリックすると、縮小します。");
-        row(102, "クリックすると、このドキュメントの今までの作業をすべてキャンセルして、保存された状態に復元します。");
-        row(103, "クリックすると、このドキュメントをコピーします。");
-        row(104, "クリックすると、このドキュメントを削除します。");
-        row(105, "クリックすると、このドキュメントを保存します。");
-        row(200, "クリックすると、文字のサイズを大きくします。");
-        row(201, "クリックすると、文字のサイズを小さくします。");
-        row(202, "クリックすると、行を左端に揃えます。");
-        row(203, "クリックすると、行を中央に揃えます。");
-        row(204, "クリックすると、行を右端に揃えます。");
-        row(205, "クリックしてチェックすると、行の始めに記号を付けます。");
-        row(206, "クリックすると、指定した場所にタイムスタンプを挿入します。");
-        row(1206, "クリックすると、[ようこそ] ウィンドウを閉じます。");
-        row(1207, "クリックすると、キーワードに関連付けられた情報を検索します。");
-        row(1208, "クリックし続けると、前へ戻っていきます。");
-        row(1209, "クリックし続けると、後ろへ進んでいきます。");
-    }
-
     void hintOfEachControl()
     {
-        QFETCH(int, index);
-        QFETCH(QString, tip);
-        TouchButton *button = index < 100 ? w->Channels(Workspace::Channel(index))
-            : index < 1000                ? side(index)
-                                          : w->welcomeBox()->MenuBoxMiniChannels(index - 1000);
+        // Main buttons 1-9, side bars 100-206, welcome box 1206-1209.
+        const std::pair<int, const char *> tips[] = {
+            {1, "クリックすると、編集したドキュメントを自動保存してコンピュータの電源を切ります。電源をつけると再び起動します。"},
+            {2, "クリックすると、編集したドキュメントを自動保存して終了します。"},
+            {3, "クリックすると、ヘルプを参照します。必要であれば、インターネットに接続して最新情報を確認できます。"},
+            {4, "クリックすると、[設定] ウィンドウを開きます。背景とユーザー補助の情報を変更できます。"},
+            {5, "クリックするたびに、音楽・効果音を再生するかどうかを選択します。"},
+            {6, "クリックするたびに、音声付きアニメーションを再生するかどうかを選択します。"},
+            {7, "クリックすると、表示されているドキュメントを印刷します。まずはプリンタの準備をしておいてください。"},
+            {8, "クリックするたびに、[電卓] ダイアログを開いたり閉じたりします。"},
+            {9, "クリックすると、[文字入力] ダイアログを開きます。手書きのように文字入力ができるパッドです。"},
+            {100, "クリックすると、拡大します。"},
+            {101, "クリックすると、縮小します。"},
+            {102, "クリックすると、このドキュメントの今までの作業をすべてキャンセルして、保存された状態に復元します。"},
+            {103, "クリックすると、このドキュメントをコピーします。"},
+            {104, "クリックすると、このドキュメントを削除します。"},
+            {105, "クリックすると、このドキュメントを保存します。"},
+            {200, "クリックすると、文字のサイズを大きくします。"},
+            {201, "クリックすると、文字のサイズを小さくします。"},
+            {202, "クリックすると、行を左端に揃えます。"},
+            {203, "クリックすると、行を中央に揃えます。"},
+            {204, "クリックすると、行を右端に揃えます。"},
+            {205, "クリックしてチェックすると、行の始めに記号を付けます。"},
+            {206, "クリックすると、指定した場所にタイムスタンプを挿入します。"},
+            {1206, "クリックすると、[ようこそ] ウィンドウを閉じます。"},
+            {1207, "クリックすると、キーワードに関連付けられた情報を検索します。"},
+            {1208, "クリックし続けると、前へ戻っていきます。"},
+            {1209, "クリックし続けると、後ろへ進んでいきます。"},
+        };
         Globals::HowToOn = true;
-        emit button->pointerEntered();
-        QVERIFY(w->InfoBar()->isVisible());
-        QCOMPARE(w->InfoBarTopic()->text(), button->caption());
-        QCOMPARE(w->InfoBarContent()->text(), tip);
-        emit button->pointerLeft();
-        QCOMPARE(w->InfoBarContent()->text(), QString());
+        for (const auto &[index, tip] : tips) {
+            TouchButton *button = index < 100 ? w->Channels(Workspace::Channel(index))
+                : index < 1000                ? side(index)
+                                              : w->welcomeBox()->MenuBoxMiniChannels(index - 1000);
+            emit button->pointerEntered();
+            QVERIFY2(w->InfoBar()->isVisible(), QByteArray::number(index));
+            QCOMPARE(std::pair(index, w->InfoBarTopic()->text()), std::pair(index, button->caption()));
+            QCOMPARE(std::pair(index, w->InfoBarContent()->text()), std::pair(index, QString::fromUtf8(tip)));
+            emit button->pointerLeft();
+            QCOMPARE(std::pair(index, w->InfoBarContent()->text()), std::pair(index, QString()));
+        }
     }
 
     // Clicking the how-to display hides the bar; the character speaks only
@@ -311,13 +308,9 @@ private slots:
     {
         for (const auto &[title, day, body] :
              {std::tuple(u"旅行の計画", 3, "{\\rtf1\\ansi trip\\par}"), {u"", 9, "{\\rtf1\\ansi carrot soup\\par}"}, {u"買い物", 1, "{\\rtf1\\ansi Carrots and eggs\\par}"}, {u"日記", 7, "{\\rtf1\\ansi rain\\par}"}, {u"旅行の写真", 5, "{\\rtf1\\ansi photos\\par}"}}) {
-            DocumentRecord record = Database::NewDocument(Database::BlankTemplate);
-            record.DocumentTitle = QString::fromUtf16(title);
-            record.Timestamp = QDateTime(QDate(2024, 6, day), QTime(10, 0));
-            record.Pages[0].Items[0].Text = QString::fromLatin1(body);
             // Named out of order: the list goes by the save time, not the name.
             const QString path = Database::NewFileName(QDateTime(QDate(2023, 1, 10 - day), QTime(8, 0)));
-            Database::SaveDocument(path, record, Database::Sequential);
+            Database::SaveDocument(path, blankDocument(QString::fromUtf16(title), QDateTime(QDate(2024, 6, day), QTime(10, 0)), QString::fromLatin1(body)), Database::Sequential);
         }
         w->setDocument(Workspace::WelcomeView);
         WelcomeBox *welcome = w->welcomeBox();
@@ -437,14 +430,12 @@ private slots:
         }
     }
 
-    void systemAndPrinterMenus()
+    void systemMenuCaptions()
     {
-        QMenu *menu = w->systemMenu();
         QStringList captions;
-        for (QAction *action : menu->actions()) {
+        for (QAction *action : w->systemMenu()->actions())
             if (!action->isSeparator())
                 captions.append(action->text());
-        }
         QCOMPARE(captions, (QStringList{u"ボリューム"_s, u"画面..."_s, u"既定のプリンタ"_s, u"プリンタ..."_s, u"フォント"_s, u"日付と時刻..."_s, u"インターネット オプション..."_s}));
     }
 
@@ -455,14 +446,12 @@ private slots:
         Globals::GraphicOn = true;
         spoken.clear();
         w->Start();
-        QCOMPARE(spoken, QStringList{u"What's the date today?"_s});
+        QCOMPARE(std::exchange(spoken, {}), QStringList{u"What's the date today?"_s});
         openTemplate();
-        spoken.clear();
         QVERIFY(!w->QueryUnload(Workspace::OtherClose));
-        QCOMPARE(spoken, QStringList{u"Sorry."_s});
+        QCOMPARE(std::exchange(spoken, {}), QStringList{u"Sorry."_s});
         QCOMPARE(w->Document(), 10);
         QSignalSpy unloaded(w, &Workspace::unloaded);
-        spoken.clear();
         click(w->Channels(Workspace::QuitButton));
         QCOMPARE(unloaded.count(), 1);
         QCOMPARE(spoken, (QStringList{u"Thank you."_s, u"Off"_s}));
