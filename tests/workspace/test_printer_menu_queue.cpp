@@ -31,31 +31,23 @@ private slots:
         LANTERN_START_CUPS_SESSION(m_cups);
     }
 
-    void cleanupTestCase()
-    {
-        m_cups.stop();
-    }
-
+    // The queue is the system's default, so it is the program's printer.
     void listsTheQueueAndFollowsTheChoice()
     {
         Workspace workspace;
-        QMenu *printers = openPrinterMenu(workspace);
-        QVERIFY(printers);
-        QList<QAction *> entries = printers->actions();
-        QCOMPARE(entries.size(), 2);
-        QCOMPARE(entries.at(0)->text(), QStringLiteral("(なし)"));
-        QCOMPARE(entries.at(1)->text(), QStringLiteral("PDF (Generic Cups-pdf Printer (w/ Options))"));
-        // The queue is the system's default, so it is the program's printer.
-        QVERIFY(entries.at(1)->isChecked());
-        QVERIFY(!entries.at(0)->isChecked());
-
-        entries.at(0)->trigger();
+        QVERIFY(openPrinterMenu(workspace));
+        const auto entries = [&workspace] {
+            QStringList shown;
+            for (const QAction *entry : openPrinterMenu(workspace)->actions())
+                shown << entry->text() + (entry->isChecked() ? QStringLiteral(" [checked]") : QString());
+            return shown;
+        };
+        const QString none = QStringLiteral("(なし)"), pdf = QStringLiteral("PDF (Generic Cups-pdf Printer (w/ Options))");
+        QCOMPARE(entries(), (QStringList{none, pdf + QStringLiteral(" [checked]")}));
+        openPrinterMenu(workspace)->actions().at(0)->trigger();
         QCOMPARE(PrinterList::currentPrinter(), QString());
-        entries = openPrinterMenu(workspace)->actions();
-        QVERIFY(entries.at(0)->isChecked());
-        QVERIFY(!entries.at(1)->isChecked());
-
-        entries.at(1)->trigger();
+        QCOMPARE(entries(), (QStringList{none + QStringLiteral(" [checked]"), pdf}));
+        openPrinterMenu(workspace)->actions().at(1)->trigger();
         QCOMPARE(PrinterList::currentPrinter(), QStringLiteral("PDF"));
     }
 };
