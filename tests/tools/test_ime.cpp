@@ -134,12 +134,7 @@ private slots:
     void theFrameworkFollowsTheDesktop()
     {
         using F = InputMethodFramework;
-        const struct
-        {
-            const char *module;
-            bool fcitx, ibus;
-            F::Kind chosen;
-        } cases[] = {
+        const std::tuple<const char *, bool, bool, F::Kind> cases[] = {
             // clang-format off
             {"ibus", true, false, F::IBus},      {"fcitx", false, true, F::Fcitx5},
             {"fcitx5", false, false, F::Fcitx5}, {" IBus ", false, false, F::IBus},
@@ -148,9 +143,9 @@ private slots:
             {"", false, false, F::NoFramework},
         };
         // clang-format on
-        for (const auto &c : cases)
-            QCOMPARE(std::tuple(c.module, c.fcitx, c.ibus, F::choose(QString::fromLatin1(c.module), c.fcitx, c.ibus)),
-                     std::tuple(c.module, c.fcitx, c.ibus, c.chosen));
+        for (const auto &[module, fcitx, ibus, chosen] : cases)
+            QCOMPARE(std::tuple(module, fcitx, ibus, F::choose(QString::fromLatin1(module), fcitx, ibus)),
+                     std::tuple(module, fcitx, ibus, chosen));
     }
 
     // Each mode as IBus's Mozc shows it, as Fcitx's item shows it, as status
@@ -158,35 +153,27 @@ private slots:
     void modesAreReadAlikeFromBothFrameworks()
     {
         using Mode = InputMethodFramework::InputMode;
-        const struct
-        {
-            const char *symbol, *icon;
-            Mode mode;
-            int status;
-            IME::ConversionMode conversion;
-        } cases[] = {
+        const std::tuple<const char *, const char *, Mode, int, IME::ConversionMode> cases[] = {
             {"あ", "fcitx_mozc_hiragana", Mode::Hiragana, 4, IME::Native | IME::FullShape | IME::Roman},
             {"ア", "fcitx_mozc_katakana_full", Mode::FullKatakana, 5,
              IME::Native | IME::Katakana | IME::FullShape | IME::Roman},
             {"_ｱ", "fcitx_mozc_katakana_half", Mode::HalfKatakana, 6, IME::Native | IME::Katakana | IME::Roman},
             {"Ａ", "fcitx_mozc_alpha_full", Mode::FullAlphabet, 7, IME::FullShape | IME::Roman},
-            {"_A", "fcitx_mozc_alpha_half", Mode::HalfAlphabet, 8, IME::ConversionMode(IME::Roman)},
-            {"A", "input-keyboard-symbolic", Mode::Off, 0, IME::ConversionMode(IME::Alphanumeric)},
-            {"", "fcitx_mozc_direct", Mode::Off, 0, IME::ConversionMode(IME::Alphanumeric)},
-            {"ｱ", "fcitx_mozc", Mode::Off, 0, IME::ConversionMode(IME::Alphanumeric)},
+            {"_A", "fcitx_mozc_alpha_half", Mode::HalfAlphabet, 8, IME::Roman},
+            {"A", "input-keyboard-symbolic", Mode::Off, 0, IME::Alphanumeric},
+            {"", "fcitx_mozc_direct", Mode::Off, 0, IME::Alphanumeric},
+            {"ｱ", "fcitx_mozc", Mode::Off, 0, IME::Alphanumeric},
         };
-        for (const auto &c : cases) {
-            const QString symbol = QString::fromUtf8(c.symbol);
-            QCOMPARE(std::pair(symbol, int(IBusFramework::modeForSymbol(symbol))), std::pair(symbol, c.status));
-            QCOMPARE(std::pair(symbol, IME::conversionModeFor(c.status)), std::pair(symbol, c.conversion));
-            if (c.mode != Mode::Off || symbol == QStringLiteral("A"))
-                QCOMPARE(InputMethodFramework::symbolFor(c.mode), symbol);
+        for (const auto &[utf8, icon, mode, status, conversion] : cases) {
+            const QString symbol = QString::fromUtf8(utf8);
+            QCOMPARE(std::pair(symbol, int(IBusFramework::modeForSymbol(symbol))), std::pair(symbol, status));
+            QCOMPARE(std::pair(symbol, IME::conversionModeFor(status)), std::pair(symbol, conversion));
+            if (mode != Mode::Off || symbol == QStringLiteral("A"))
+                QCOMPARE(InputMethodFramework::symbolFor(mode), symbol);
+            // Fcitx's item: its names without the theme's prefix, and with it.
+            QCOMPARE(std::pair(icon, Fcitx5Framework::modeForIcon(QString::fromLatin1(icon))), std::pair(icon, mode));
         }
-        // Fcitx's item: its names with and without the theme's prefix.
         QCOMPARE(Fcitx5Framework::modeForIcon(QStringLiteral("org.fcitx.Fcitx5.fcitx_mozc_hiragana")), Mode::Hiragana);
-        for (const auto &c : cases)
-            QCOMPARE(std::pair(c.icon, Fcitx5Framework::modeForIcon(QString::fromLatin1(c.icon))),
-                     std::pair(c.icon, c.mode));
     }
 
     // Convert writes the sentence mode (never the conversion mode) and returns
@@ -219,23 +206,20 @@ private slots:
             QSKIP("Mozc's tool (mozc-utils-gui) is not installed");
         using T = InputMethodTool;
         const QString word = QStringLiteral("日本語"), reading = QStringLiteral("にほんご");
-        const struct
-        {
-            T::Tool tool;
-            QString word, reading, argument;
-            QStringList environment;
-        } cases[] = {
-            {T::Settings, word, reading, QStringLiteral("--mode=config_dialog"), {}},
-            {T::WordRegistration, word, reading, QStringLiteral("--mode=word_register_dialog"), {QStringLiteral("default_entry_of_word_register=日本語"), QStringLiteral("default_reading_entry_of_word_register=にほんご")}},
-            {T::WordRegistration, word, {}, QStringLiteral("--mode=word_register_dialog"), {QStringLiteral("default_entry_of_word_register=日本語")}},
-            {T::WordRegistration, {}, {}, QStringLiteral("--mode=word_register_dialog"), {}},
-            {T::Dictionary, word, reading, QStringLiteral("--mode=dictionary_tool"), {}},
+        const QString entry = QStringLiteral("default_entry_of_word_register=日本語");
+        const std::tuple<T::Tool, QString, QString, const char *, QStringList> cases[] = {
+            {T::Settings, word, reading, "--mode=config_dialog", {}},
+            {T::WordRegistration, word, reading, "--mode=word_register_dialog",
+             {entry, QStringLiteral("default_reading_entry_of_word_register=にほんご")}},
+            {T::WordRegistration, word, {}, "--mode=word_register_dialog", {entry}},
+            {T::WordRegistration, {}, {}, "--mode=word_register_dialog", {}},
+            {T::Dictionary, word, reading, "--mode=dictionary_tool", {}},
         };
-        for (const auto &c : cases) {
+        for (const auto &[tool, toolWord, toolReading, argument, environment] : cases) {
             for (const auto framework : {InputMethodFramework::IBus, InputMethodFramework::Fcitx5}) {
-                const T::Command command = T::command(c.tool, framework, c.word, c.reading);
-                QCOMPARE(std::tuple(int(c.tool), command.program, command.arguments, command.environment),
-                         std::tuple(int(c.tool), T::mozcTool(), QStringList{c.argument}, c.environment));
+                const T::Command command = T::command(tool, framework, toolWord, toolReading);
+                QCOMPARE(std::tuple(int(tool), command.program, command.arguments, command.environment),
+                         std::tuple(int(tool), T::mozcTool(), QStringList{QString::fromLatin1(argument)}, environment));
             }
         }
     }
