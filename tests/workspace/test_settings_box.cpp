@@ -76,32 +76,28 @@ private slots:
         const QString choose = u"クリックすると、背景は%1になります。"_s;
         const QString changes = u"クリックすると、背景は%1に更新されるようになります。"_s;
         const QString check = u"クリックしてチェックすると、%1ようになります。"_s;
-        const struct
-        {
-            int index;
-            const char *caption;
-            QString tip;
-        } rows[] = {{100, "閉じる", u"クリックすると、[設定] ウィンドウを閉じます。"_s},
-                    {101, "ウェブログ", choose.arg(u"「ウェブログ」"_s)},
-                    {102, "マイナスイオン", choose.arg(u"「マイナスイオン」"_s)},
-                    {103, "オーガニック", choose.arg(u"「オーガニック」"_s)},
-                    {104, "クールビズ", choose.arg(u"「クールビズ」"_s)},
-                    {105, "セレブリティ", choose.arg(u"「セレブリティ」"_s)},
-                    {106, "ランダム", changes.arg(u"任意"_s)},
-                    {107, "季節ごと", changes.arg(u"季節ごと"_s)},
-                    {108, "週ごと", changes.arg(u"週ごと"_s)},
-                    {109, "日替わり", changes.arg(u"曜日ごと"_s)},
-                    {110, "Windows", u"クリックすると、背景は Windows の [デスクトップ] と同じになります。"_s},
-                    {111, "コンピュータの電源をつけると起動し 終了と同時に電源も切る", check.arg(u"プログラムがコンピュータの電源とリンクして起動・終了する"_s)},
-                    {112, "ポイントした場所のヒントを表示する", check.arg(u"マルチメディア機能で操作方法を説明してくれる"_s)},
-                    {113, "クリックしたら常に [文字入力] で編集する", check.arg(u"編集しているときに [文字入力] ダイアログを表示する"_s)}};
-        for (const auto &row : rows) {
-            TouchButton *button = m_box->button(row.index);
-            const QByteArray which = QByteArray::number(row.index);
-            QVERIFY2(button && button->isVisible() && button->index() == row.index, which);
-            QCOMPARE(button->caption(), QString::fromUtf8(row.caption));
-            QCOMPARE(button->tip(), row.tip);
-            QVERIFY2(button->objectName() == u"MenuBoxMiniChannels"_s && button->toggles() == (row.index >= 111), which);
+        const std::tuple<int, const char *, QString> rows[] = {
+            {100, "閉じる", u"クリックすると、[設定] ウィンドウを閉じます。"_s},
+            {101, "ウェブログ", choose.arg(u"「ウェブログ」"_s)},
+            {102, "マイナスイオン", choose.arg(u"「マイナスイオン」"_s)},
+            {103, "オーガニック", choose.arg(u"「オーガニック」"_s)},
+            {104, "クールビズ", choose.arg(u"「クールビズ」"_s)},
+            {105, "セレブリティ", choose.arg(u"「セレブリティ」"_s)},
+            {106, "ランダム", changes.arg(u"任意"_s)},
+            {107, "季節ごと", changes.arg(u"季節ごと"_s)},
+            {108, "週ごと", changes.arg(u"週ごと"_s)},
+            {109, "日替わり", changes.arg(u"曜日ごと"_s)},
+            {110, "Windows", u"クリックすると、背景は Windows の [デスクトップ] と同じになります。"_s},
+            {111, "コンピュータの電源をつけると起動し 終了と同時に電源も切る", check.arg(u"プログラムがコンピュータの電源とリンクして起動・終了する"_s)},
+            {112, "ポイントした場所のヒントを表示する", check.arg(u"マルチメディア機能で操作方法を説明してくれる"_s)},
+            {113, "クリックしたら常に [文字入力] で編集する", check.arg(u"編集しているときに [文字入力] ダイアログを表示する"_s)}};
+        for (const auto &[index, caption, tip] : rows) {
+            TouchButton *button = m_box->button(index);
+            const QByteArray which = QByteArray::number(index);
+            QVERIFY2(button && button->isVisible() && button->index() == index, which);
+            QCOMPARE(button->caption(), QString::fromUtf8(caption));
+            QCOMPARE(button->tip(), tip);
+            QVERIFY2(button->objectName() == u"MenuBoxMiniChannels"_s && button->toggles() == (index >= 111), which);
         }
         // MenuBoxes(100), draggable, with exactly these buttons and the
         // accessibility group read top down as 113, 112, 111.

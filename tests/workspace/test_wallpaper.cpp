@@ -2,6 +2,7 @@
 #include "platform/DesktopBackground.h"
 #include "platform/vb/VbRandom.h"
 #include "workspace/Wallpaper.h"
+#include "support/FileBytes.h"
 
 #include <QDir>
 #include <QGuiApplication>
@@ -77,12 +78,10 @@ private slots:
             writePicture(m_cg + u'/' + m_rotation.last(), QColor(i * 30, 60, 255 - i * 30));
         }
         writePicture(m_cg + u"/SHORT.JP"_s, Qt::white);
-        QFile readme(m_cg + u"/README"_s);
-        QVERIFY(readme.open(QIODevice::WriteOnly));
+        QVERIFY(writeFileBytes(m_cg + u"/README"_s, {}));
         // Pictures outside the rotation: a damaged one, a bitmap with a palette, a theme as ".PNG".
         QVERIFY(QDir().mkpath(m_cg + u"/PLAIN"_s));
-        QFile damaged(m_cg + u"/PLAIN/DAMAGED.BMP"_s);
-        QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write("BM not a picture") > 0);
+        QVERIFY(writeFileBytes(m_cg + u"/PLAIN/DAMAGED.BMP"_s, "BM not a picture"));
         QImage indexed(30, 20, QImage::Format_Indexed8);
         indexed.setColorTable({Welcome.rgb()});
         indexed.fill(0);
@@ -121,18 +120,11 @@ private slots:
         QCOMPARE(qRound(Wallpaper::pickNumber(5, QDate(2026, 11, 23)) * 1e7), 6624333);
         for (const auto &[count, r, entry] : {std::tuple(7, 0.0f, 1), {7, 0.6624333f, 5}, {7, 0.99999994f, 7}})
             QCOMPARE(Wallpaper::entryFor(count, r), entry);
-        const struct
-        {
-            int type;
-            QDate day;
-            int otherType;
-            QDate otherDay;
-            bool same;
-        } pairs[] = {{3, QDate(2026, 1, 1), 3, QDate(2026, 3, 31), true}, {3, QDate(2026, 3, 31), 3, QDate(2026, 4, 1), false}, {3, QDate(2026, 4, 1), 3, QDate(2026, 6, 30), true}, {3, QDate(2026, 2, 14), 5, QDate(2026, 11, 22), true}, {4, QDate(2026, 1, 2), 5, QDate(2026, 11, 22), true}, {4, QDate(2026, 1, 3), 4, QDate(2025, 1, 1), true}, {4, QDate(2026, 1, 3), 4, QDate(2023, 1, 7), true}, {4, QDate(2026, 1, 3), 4, QDate(2026, 1, 4), false}, {4, QDate(2026, 1, 4), 5, QDate(2026, 11, 23), true}, {5, QDate(2026, 11, 23), 5, QDate(2027, 3, 1), true}, {5, QDate(2026, 11, 23), 5, QDate(2026, 11, 24), false}};
-        for (const auto &p : pairs) {
-            const QString shown = shownOn(p.type, p.day);
-            QVERIFY2((shown == shownOn(p.otherType, p.otherDay)) == p.same,
-                     qPrintable(u"type %1 on %2, type %3 on %4"_s.arg(p.type).arg(p.day.toString()).arg(p.otherType).arg(p.otherDay.toString())));
+        const std::tuple<int, QDate, int, QDate, bool> pairs[] = {{3, QDate(2026, 1, 1), 3, QDate(2026, 3, 31), true}, {3, QDate(2026, 3, 31), 3, QDate(2026, 4, 1), false}, {3, QDate(2026, 4, 1), 3, QDate(2026, 6, 30), true}, {3, QDate(2026, 2, 14), 5, QDate(2026, 11, 22), true}, {4, QDate(2026, 1, 2), 5, QDate(2026, 11, 22), true}, {4, QDate(2026, 1, 3), 4, QDate(2025, 1, 1), true}, {4, QDate(2026, 1, 3), 4, QDate(2023, 1, 7), true}, {4, QDate(2026, 1, 3), 4, QDate(2026, 1, 4), false}, {4, QDate(2026, 1, 4), 5, QDate(2026, 11, 23), true}, {5, QDate(2026, 11, 23), 5, QDate(2027, 3, 1), true}, {5, QDate(2026, 11, 23), 5, QDate(2026, 11, 24), false}};
+        for (const auto &[type, day, otherType, otherDay, same] : pairs) {
+            const QString shown = shownOn(type, day);
+            QVERIFY2((shown == shownOn(otherType, otherDay)) == same,
+                     qPrintable(u"type %1 on %2, type %3 on %4"_s.arg(type).arg(day.toString()).arg(otherType).arg(otherDay.toString())));
         }
     }
 

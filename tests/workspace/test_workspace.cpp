@@ -172,7 +172,7 @@ private slots:
 
     // The pointed control's caption and tip go to the information bar while
     // "How-to" is on (with it off, no bar shows: followed end to end).
-    void hintOfEachControl()
+    void howToBar()
     {
         // Main buttons 1-9, side bars 100-206, welcome box 1206-1209.
         const std::pair<int, const char *> tips[] = {
@@ -215,13 +215,8 @@ private slots:
             emit button->pointerLeft();
             QCOMPARE(std::pair(index, w->InfoBarContent()->text()), std::pair(index, QString()));
         }
-    }
-
-    // Clicking the how-to display hides the bar; the character speaks only
-    // with "Graphic" on.
-    void howToDisplayClosesTheBar()
-    {
-        Globals::HowToOn = true;
+        // Clicking the how-to display hides the bar; the character speaks only
+        // with "Graphic" on.
         for (const bool graphic : {false, true}) {
             Globals::GraphicOn = graphic;
             w->HowTo(u"設定"_s, u"短いヒント"_s);
@@ -412,21 +407,17 @@ private slots:
         QDateTime now;
         clock->setTimeSource([&now] { return now; });
         QSignalSpy beeps(clock, &ChimeClock::beep);
-        const struct
-        {
-            int hour, minute, second;
-            bool music, graphic, beep, speak;
-        } ticks[] = {{10, 0, 5, true, true, true, true}, {10, 0, 35, true, true, false, false}, {10, 1, 0, true, true, false, false}, {10, 10, 0, true, true, false, true}, {10, 15, 0, true, true, false, true}, {10, 20, 0, true, true, false, true}, {10, 29, 0, true, true, false, false}, {10, 30, 0, true, true, true, true}, {10, 40, 0, true, true, false, true}, {10, 45, 0, true, true, false, true}, {10, 50, 0, true, true, false, true}, {10, 59, 0, true, true, false, false}, {11, 0, 0, false, true, false, true}, {11, 30, 0, true, false, true, false}};
-        for (const auto &t : ticks) {
-            Globals::MusicOn = t.music;
-            Globals::GraphicOn = t.graphic;
+        const std::tuple<int, int, int, bool, bool, bool, bool> ticks[] = {{10, 0, 5, true, true, true, true}, {10, 0, 35, true, true, false, false}, {10, 1, 0, true, true, false, false}, {10, 10, 0, true, true, false, true}, {10, 15, 0, true, true, false, true}, {10, 20, 0, true, true, false, true}, {10, 29, 0, true, true, false, false}, {10, 30, 0, true, true, true, true}, {10, 40, 0, true, true, false, true}, {10, 45, 0, true, true, false, true}, {10, 50, 0, true, true, false, true}, {10, 59, 0, true, true, false, false}, {11, 0, 0, false, true, false, true}, {11, 30, 0, true, false, true, false}};
+        for (const auto &[hour, minute, second, music, graphic, beep, speak] : ticks) {
+            Globals::MusicOn = music;
+            Globals::GraphicOn = graphic;
             const qsizetype beepsBefore = beeps.count(), linesBefore = spoken.size();
-            now = QDateTime(QDate(2026, 11, 23), QTime(t.hour, t.minute, t.second));
+            now = QDateTime(QDate(2026, 11, 23), QTime(hour, minute, second));
             clock->tick();
             clock->tick();
             const QByteArray at = now.toString(u"hh:mm:ss").toLatin1();
-            QVERIFY2(beeps.count() - beepsBefore == (t.beep ? 1 : 0), at);
-            QVERIFY2(spoken.mid(linesBefore) == (t.speak ? QStringList{u"What time is it now?"_s} : QStringList()), at);
+            QVERIFY2(beeps.count() - beepsBefore == (beep ? 1 : 0), at);
+            QVERIFY2(spoken.mid(linesBefore) == (speak ? QStringList{u"What time is it now?"_s} : QStringList()), at);
         }
     }
 
