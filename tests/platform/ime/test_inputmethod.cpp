@@ -79,19 +79,18 @@ private slots:
         QVERIFY(!ime->Enabled());
     }
 
+    // On gives status 4 (hiragana), off 0, whether the program or the Kanji
+    // key switches.
     void onAndOffFromTheProgramAndByTheKanjiKey()
     {
-        ime->setEnabled(true);
-        QCOMPARE(IME::IMEStatus(), 4);
-        QVERIFY(ime->Enabled());
-        QCOMPARE(ime->conversionMode(), IME::Native | IME::FullShape | IME::Roman);
-        ime->setEnabled(false);
-        QCOMPARE(IME::IMEStatus(), 0);
-        QCOMPARE(ime->conversionMode(), IME::ConversionMode(IME::Alphanumeric));
-        ime->KeyPress(IME::KanjiKey, true);
-        QCOMPARE(IME::IMEStatus(), 4);
-        ime->KeyPress(IME::KanjiKey, true);
-        QCOMPARE(IME::IMEStatus(), 0);
+        for (const auto &[byKey, on] : {std::pair(false, true), {false, false}, {true, true}, {true, false}}) {
+            if (byKey)
+                ime->KeyPress(IME::KanjiKey, true);
+            else
+                ime->setEnabled(on);
+            QCOMPARE(std::tuple(byKey, IME::IMEStatus(), ime->Enabled()), std::tuple(byKey, on ? 4 : 0, on));
+            QCOMPARE(ime->conversionMode(), on ? IME::Native | IME::FullShape | IME::Roman : IME::ConversionMode(IME::Alphanumeric));
+        }
     }
 
     void theLastResultAndItsReading()
