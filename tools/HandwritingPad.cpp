@@ -9,11 +9,15 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace {
 
 // Sizes in the pad's own units, drawn larger by its scale.
 constexpr int CandidateSide = 56;
 constexpr int CandidateLegend = 20;
+// However small the pad is drawn, a candidate stays readable for weak eyes.
+constexpr int SmallestCandidatePixels = 28;
 constexpr int ActionLegend = 14;
 constexpr int ActionHeight = 36;
 constexpr int Spacing = 4;
@@ -99,7 +103,7 @@ void HandwritingPad::setScale(double scale)
     m_canvas->setScale(scale);
     for (QAbstractButton *button : std::as_const(m_candidateButtons)) {
         QFont font = button->font();
-        font.setPixelSize(qRound(CandidateLegend * scale));
+        font.setPixelSize(std::max(SmallestCandidatePixels, int(qRound(CandidateLegend * scale))));
         button->setFont(font);
         button->setFixedSize(qRound(CandidateSide * scale), qRound(CandidateSide * scale));
     }
