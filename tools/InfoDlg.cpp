@@ -384,13 +384,13 @@ void InfoDlg::Reload()
     refreshButtons();
 }
 
-void InfoDlg::Begin(qint16 mode)
+void InfoDlg::Begin(Mode mode)
 {
     const bool calculator = mode == CalculatorMode;
     showPages(isOpen(CalculatorMode) || calculator, isOpen(CharacterMode) || !calculator);
 }
 
-void InfoDlg::Finish(qint16 mode)
+void InfoDlg::Finish(Mode mode)
 {
     const bool calculator = mode == CalculatorMode;
     showPages(isOpen(CalculatorMode) && !calculator, isOpen(CharacterMode) && calculator);
@@ -467,7 +467,7 @@ qint32 InfoDlg::currentPad() const
     return -1;
 }
 
-void InfoDlg::setPad(qint32 pad)
+void InfoDlg::setPad(KeyTable::Pad pad)
 {
     const bool handwriting = pad == KeyTable::Handwriting;
     if (!inRange(pad, KeyTable::Alpha, KeyTable::Symbol2) && !handwriting)
@@ -686,7 +686,7 @@ void InfoDlg::MiniChannels_Click(int index)
         break;
     // clang-format off
     case 11: case 12: case 13: case 14: case 15: case KeyTable::Handwriting:
-        setPad(index);
+        setPad(KeyTable::Pad(index));
         // clang-format on
         break;
     case 16:

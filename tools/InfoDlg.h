@@ -42,8 +42,8 @@ public:
     // character-input pad.
     // The two pads open and close separately; the dialog shows while
     // either is open.
-    void Begin(qint16 mode);
-    void Finish(qint16 mode);
+    void Begin(Mode mode);
+    void Finish(Mode mode);
     // Whether that pad is on the screen.
     bool isOpen(Mode mode) const;
 
@@ -52,7 +52,7 @@ public:
 
     // The visible character pad (11 to 15, or 21 for handwriting).
     qint32 currentPad() const;
-    void setPad(qint32 pad);
+    void setPad(KeyTable::Pad pad);
 
     // How much larger than their own units the pads are drawn.
     double padScale() const { return m_scale; }

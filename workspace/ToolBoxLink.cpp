@@ -45,9 +45,9 @@ void ToolBoxLink::ToolBoxMode(Workspace::ToolBox mode, Workspace::ToolBoxState s
     if (!m_dialog)
         return;
     if (state == State::Close)
-        ErrorTrap::run("Workspace::ToolBoxMode: finish", [&] { m_dialog->Finish(qint16(mode)); });
+        ErrorTrap::run("Workspace::ToolBoxMode: finish", [&] { m_dialog->Finish(InfoDlg::Mode(mode)); });
     else if (state == State::Open)
-        ErrorTrap::run("Workspace::ToolBoxMode: begin", [&] { m_dialog->Begin(qint16(mode)); });
+        ErrorTrap::run("Workspace::ToolBoxMode: begin", [&] { m_dialog->Begin(InfoDlg::Mode(mode)); });
     followToolDialog();
 }
 

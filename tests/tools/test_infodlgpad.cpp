@@ -233,7 +233,7 @@ private slots:
         KeypadView *hiragana = dialog->Keypads[12];
         QCOMPARE(hiragana->sizeHint(), QSize(2 * 620, 2 * 170));
         QCOMPARE(dialog->Numpad->sizeHint(), QSize(2 * 140, 2 * 170));
-        dialog->setPad(12);
+        dialog->setPad(KeyTable::Hiragana);
         const QImage before = hiragana->grab().toImage();
         QTest::mousePress(hiragana, Qt::LeftButton, {}, PadDriver::cellCentre(1, 1) * 2);
         const QImage pressed = hiragana->grab().toImage();

@@ -45,7 +45,7 @@ private slots:
         QFETCH(double, shrink);
         InfoDlg dialog;
         for (int mode : modes)
-            dialog.Begin(qint16(mode));
+            dialog.Begin(InfoDlg::Mode(mode));
         const WorkspaceLayout plain(window);
         // The pads as the window sizes them.
         dialog.fitPadScale(WorkspaceLayout::padScale(window), plain.padRoom());
